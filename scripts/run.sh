@@ -1,0 +1,8 @@
+#!/usr/bin/env bash
+# Builds the library and the rkcalendar tool, then shows this month's calendar page
+# for Bavaria with holidays, school vacations and moon phases.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+bash "$ROOT/scripts/ensure-packages.sh" "${BUILD_PACKAGES[@]}"
+configure_and_build "$ROOT/build" -DRKXML_BUILD_TESTS=OFF
+"$ROOT/build/bin/rkcalendar" "$@"
