@@ -100,3 +100,26 @@ QString RKDirectoryConfig::versionIndependentWritableResource(const QString& fil
     QDir().mkpath(QFileInfo(path).absolutePath());
     return path;
 }
+
+QString RKDirectoryConfig::programDataTLMPath(const QString& relativePath) const
+{
+    QString base = qEnvironmentVariable("RKXML_PROGRAM_DATA_DIR");
+    if (base.isEmpty())
+        base = QDir(writableDirectory()).filePath(QStringLiteral("programdata"));
+    return QDir::cleanPath(QDir(base).filePath(relativePath));
+}
+
+QFileInfo RKDirectoryConfig::findInGlintoraDirs(const QString& id) const
+{
+    if (id.isEmpty())
+        return QFileInfo();
+    const QFileInfo direct(id);
+    if (direct.isAbsolute())
+        return direct.exists() ? direct : QFileInfo();
+    for (const QString& dir : resourceDirectories()) {
+        const QFileInfo candidate(QDir(dir).filePath(id));
+        if (candidate.exists())
+            return QFileInfo(QDir::cleanPath(candidate.absoluteFilePath()));
+    }
+    return QFileInfo();
+}

@@ -3,6 +3,7 @@
 #include "RKSingleton.h"
 #include "rkcore_export.h"
 
+#include <QFileInfo>
 #include <QMutex>
 #include <QString>
 #include <QStringList>
@@ -41,6 +42,19 @@ public:
     /// The directory is created when missing.
     QString versionIndependentWritableResource(const QString& fileName) const;
     QString writableDirectory() const;
+
+    /**
+     * Path of `relativePath` in the application's program-data directory
+     * (RKXML_PROGRAM_DATA_DIR when set, else "programdata" inside the writable directory).
+     */
+    QString programDataTLMPath(const QString& relativePath) const;
+
+    /**
+     * Resolves a resource identifier: an absolute path that exists is taken as it stands;
+     * otherwise `id` is looked up relative to each search directory in order.
+     * An empty QFileInfo when nothing is found.
+     */
+    QFileInfo findInGlintoraDirs(const QString& id) const;
 
     void reload();
 
