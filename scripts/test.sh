@@ -3,7 +3,7 @@
 # RKXML_SANITIZE="address;undefined" or "thread" builds a sanitizer tree (build-<name>).
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
-bash "$ROOT/scripts/ensure-packages.sh" "${BUILD_PACKAGES[@]}"
+bash "$ROOT/scripts/ensure-packages.sh" "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}"
 dir="$ROOT/build"
 args=(-DRKXML_BUILD_TESTS=ON)
 if [ -n "${RKXML_SANITIZE:-}" ]; then
