@@ -66,7 +66,7 @@ const QDomDocument& largeSvg()
         svg.setAttribute(QStringLiteral("xmlns:vako"), QStringLiteral("http://example.invalid/vako"));
         svg.setAttribute(QStringLiteral("width"), 2100);
         svg.setAttribute(QStringLiteral("height"), 2970);
-        for (int page = 0; page < 260; ++page) {
+        for (int page = 0; page < 700; ++page) {
             QDomElement group = RKXMLBuilder::buildDomElement(svg, QStringLiteral("g"));
             group.setAttribute(QStringLiteral("id"), QStringLiteral("page_%1").arg(page));
             group.setAttribute(QStringLiteral("vako:layertype"), QStringLiteral("calendar"));
