@@ -4,6 +4,13 @@
 
 int RKAngle::wholeDegrees() const
 {
+    // qRound is undefined outside the int range: clamp first (NaN counts as 0).
+    if (qIsNaN(myDegrees))
+        return 0;
+    if (myDegrees >= 2147483647.0)
+        return 2147483647;
+    if (myDegrees <= -2147483648.0)
+        return -2147483647 - 1;
     return qRound(myDegrees);
 }
 
