@@ -50,12 +50,22 @@ RKCalendarWords RKCalendarWordsRegistry::words(const RKLocale& locale) const
     const RKCalendarWords exact = myWords.value(locale);
     if (exact.isValid())
         return exact;
-    // Another country of the same language; which one, among several, is not defined.
-    for (auto it = myWords.constBegin(); it != myWords.constEnd(); ++it) {
-        if (it.key() != locale && it.key().language() == locale.language())
-            return it.value();
+    // Another country of the same language. Walking the languages file rather than
+    // the hash keeps the choice the same from run to run: the first complete entry
+    // in file order, else the first incomplete one, else the exact entry itself.
+    const RKCalendarWords* incomplete = nullptr;
+    for (const RKLocale& listed : myLanguages) {
+        if (listed == locale || listed.language() != locale.language())
+            continue;
+        const auto found = myWords.constFind(listed);
+        if (found == myWords.constEnd())
+            continue;
+        if (found->isValid())
+            return *found;
+        if (!incomplete)
+            incomplete = &found.value();
     }
-    return exact;
+    return incomplete ? *incomplete : exact;
 }
 
 QString RKCalendarWordsRegistry::dayName(const RKLocale& locale, int day, bool shortForm) const

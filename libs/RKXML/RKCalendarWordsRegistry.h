@@ -15,7 +15,8 @@
  * Process-wide source of calendar words, read once from
  * "international/CalendarLanguages.xml" and "international/CalendarWeekNames.xml".
  * A locale without a complete set of its own falls back to another country of
- * the same language; there is no other fall-back. Read-only after construction,
+ * the same language (the first complete one in the languages file's order);
+ * there is no other fall-back. Read-only after construction,
  * so look-ups may run concurrently from any thread.
  *
  * Every look-up copies a whole RKCalendarWords; take an RKCalendarDayNames
@@ -28,6 +29,8 @@ class RKXML_EXPORT RKCalendarWordsRegistry : public RKSingleton<RKCalendarWordsR
 public:
     ~RKCalendarWordsRegistry() override = default;
 
+    /// The locale's own complete words, else another country's of its language, else its own
+    /// (possibly empty) entry, whose look-ups give "nn"/"unknown".
     RKCalendarWords words(const RKLocale& locale) const;
     QString dayNameShort(const RKLocale& locale, int day) const { return words(locale).shortDayOfWeek(day); }
     QString dayNameLong(const RKLocale& locale, int day) const { return words(locale).longDayOfWeek(day); }
