@@ -506,8 +506,11 @@ QSharedPointer<const RKCalendariumHolidayCalculator::VacationFile> RKCalendarium
         VacationFile::Country parsed;
         parsed.nationwide = readVacationEntries<VacationEntry>(country.firstChildElement(STR_NATIONWIDE));
         for (QDomElement province = country.firstChildElement(STR_PROVINCE); !province.isNull();
-             province = province.nextSiblingElement(STR_PROVINCE))
-            parsed.provinces.append({province.attribute(STR_NAME), readVacationEntries<VacationEntry>(province)});
+             province = province.nextSiblingElement(STR_PROVINCE)) {
+            // As for the days: a province without a name is no province.
+            if (!province.attribute(STR_NAME).isEmpty())
+                parsed.provinces.append({province.attribute(STR_NAME), readVacationEntries<VacationEntry>(province)});
+        }
         file->countries.append(parsed);
     }
     return file;
