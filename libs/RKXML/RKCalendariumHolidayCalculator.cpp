@@ -6,9 +6,10 @@
 #include <RKResourceFile.h>
 #include <RKXMLLoader.h>
 
-#include <QDateTime>
 #include <QDebug>
+#include <QFile>
 #include <QFileInfo>
+#include <qplatformdefs.h>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -82,27 +83,42 @@ QDate ruleDate(RKCalendariumHolidayDayId id, int year, const QDate& easter)
     return QDate();
 }
 
-/// What identifies one state of a file on disk.
+/**
+ * What identifies one state of a file on disk: modification time, size and
+ * inode from one stat() call. QFileInfo's times go through local-time
+ * conversions that cost tens of microseconds per query; this is asked on every
+ * vacation and moon phase query, so it must stay cheap.
+ */
 struct FileStamp {
     QString path;
     bool exists = false;
-    QDateTime modified;
+    qint64 modifiedSeconds = 0;
+    qint64 modifiedNanoseconds = 0;
     qint64 size = -1;
+    quint64 inode = 0;
 
     static FileStamp of(const QFileInfo& info)
     {
         FileStamp stamp;
-        stamp.path = info.absoluteFilePath();
-        stamp.exists = info.exists();
-        if (stamp.exists) {
-            stamp.modified = info.lastModified();
-            stamp.size = info.size();
-        }
+        stamp.path = info.filePath().isEmpty() ? QString() : info.absoluteFilePath();
+        if (stamp.path.isEmpty())
+            return stamp;
+        QT_STATBUF buffer;
+        if (QT_STAT(QFile::encodeName(stamp.path).constData(), &buffer) != 0 || (buffer.st_mode & S_IFMT) != S_IFREG)
+            return stamp;
+        stamp.exists = true;
+        stamp.modifiedSeconds = static_cast<qint64>(buffer.st_mtime);
+#if defined(Q_OS_LINUX)
+        stamp.modifiedNanoseconds = static_cast<qint64>(buffer.st_mtim.tv_nsec);
+#endif
+        stamp.size = static_cast<qint64>(buffer.st_size);
+        stamp.inode = static_cast<quint64>(buffer.st_ino);
         return stamp;
     }
     bool operator==(const FileStamp& other) const
     {
-        return path == other.path && exists == other.exists && modified == other.modified && size == other.size;
+        return path == other.path && exists == other.exists && modifiedSeconds == other.modifiedSeconds
+            && modifiedNanoseconds == other.modifiedNanoseconds && size == other.size && inode == other.inode;
     }
 };
 
