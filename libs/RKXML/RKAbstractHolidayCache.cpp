@@ -1,0 +1,8 @@
+#include "RKAbstractHolidayCache.h"
+
+RKAbstractHolidayCache::RKAbstractHolidayCache()
+    : QObject(nullptr)
+{
+}
+
+RKAbstractHolidayCache::~RKAbstractHolidayCache() = default;

@@ -1,0 +1,18 @@
+#include "RKCalendariumHolidayDayPrototype.h"
+
+RKCalendariumHolidayDayPrototype::RKCalendariumHolidayDayPrototype(
+    const QString& description, const RKCalendariumHolidayType& type, const QString& abstractDate)
+    : myDescription(description)
+    , myType(type)
+    , myAbstractDate(abstractDate)
+    , myId(-1)
+{
+}
+
+RKCalendariumHolidayDayPrototype::RKCalendariumHolidayDayPrototype(
+    const QString& description, const RKCalendariumHolidayType& type, const RKCalendariumHolidayDayId& id)
+    : myDescription(description)
+    , myType(type)
+    , myId(id)
+{
+}
