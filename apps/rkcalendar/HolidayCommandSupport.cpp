@@ -1,7 +1,7 @@
 #include "HolidayCommandSupport.h"
 
-#include <RKAbstractHolidayCache.h>
-#include <RKCalendariumContentConfig.h>
+#include <RKCalendariumHolidayCacheKey.h>
+#include <RKCalendariumFeatures.h>
 #include <RKCalendariumHolidayCalculator.h>
 #include <RKResourceFile.h>
 #include <RKXMLLoader.h>
@@ -26,11 +26,22 @@ QString joinLocales(const QList<RKLocale>& locales)
     return names.join(QStringLiteral(", "));
 }
 
+// The calculator lists every calendar language; only those with a holiday file have days.
+QList<RKLocale> holidayLocales()
+{
+    QList<RKLocale> locales;
+    for (const RKLocale& locale : RKCalendariumHolidayCalculator::instance().availableLanguages()) {
+        if (RKResourceFile(RKResourceHolidays, locale.name()).fileInfo(false, QString()).exists())
+            locales << locale;
+    }
+    return locales;
+}
+
 } // namespace
 
 bool parseHolidayLocale(const QString& text, RKLocale& locale, QTextStream& err)
 {
-    const QList<RKLocale> known = RKCalendariumHolidayCalculator::instance().availableLanguages();
+    const QList<RKLocale> known = holidayLocales();
     const RKLocale parsed = RKLocale::decodeName(text);
     if (parsed.isValid() && known.contains(parsed)) {
         locale = parsed;

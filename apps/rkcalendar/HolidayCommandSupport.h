@@ -1,6 +1,7 @@
 #pragma once
 
 #include <RKCalendariumHoliday.h>
+#include <RKCalendariumHolidayType.h>
 #include <RKCalendariumHolidayConfig.h>
 #include <RKLocale.h>
 
