@@ -1,0 +1,322 @@
+// rkxml-datacheck: loads every shipped data file with the library's own readers and
+// fails (exit 1) on any warning or inconsistency, so that a broken data file fails the build.
+//
+// Usage: rkxml-datacheck [DATA_DIR]   (default: the shipped data directory)
+
+#include <RKCalendariumHolidayCacheKey.h>
+#include <RKCalendarWordsRegistry.h>
+#include <RKCalendariumFeatures.h>
+#include <RKCalendariumHoliday.h>
+#include <RKCalendariumHolidayCalculator.h>
+#include <RKCalendariumHolidayConfig.h>
+#include <RKDirectoryConfig.h>
+#include <RKResourceFile.h>
+#include <RKXMLLoader.h>
+
+#include <QCoreApplication>
+#include <QDirIterator>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <cstdio>
+
+namespace {
+
+QStringList& problems()
+{
+    static QStringList list;
+    return list;
+}
+
+void problem(const QString& text)
+{
+    problems() << text;
+}
+
+int& longVacationNotes()
+{
+    static int count = 0;
+    return count;
+}
+
+// Every warning of a reader is a problem of the data, except the calculator's note on
+// vacations of 51 days or more: summer vacations of eight to thirteen weeks are real.
+// Implausible lengths are caught by checkVacations() instead.
+void collectWarnings(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    static const QRegularExpression longVacation(QStringLiteral("^\"[^\"]*\"\\s+is\\s+\\d+\\s*days long\\.$"));
+    if (type != QtWarningMsg && type != QtCriticalMsg && type != QtFatalMsg)
+        return;
+    if (type == QtWarningMsg && longVacation.match(message).hasMatch())
+        ++longVacationNotes();
+    else
+        problem(QStringLiteral("warning: ") + message);
+}
+
+const int HOLIDAYS_AND_VACATIONS = 1 | 8;
+const int LAST_DAY_ID = 22;
+const int LONGEST_VACATION = 120;
+const int FIRST_YEAR = 1900;
+const int LAST_YEAR = 2100;
+
+int checkAllXml(const QString& dataDir)
+{
+    int count = 0;
+    QDirIterator it(dataDir, {QStringLiteral("*.xml")}, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        ++count;
+        if (RKXMLLoader::loadDocument(path).isNull())
+            problem(QStringLiteral("%1: not well-formed XML").arg(path));
+    }
+    return count;
+}
+
+void checkCalendarWords()
+{
+    const RKCalendarWordsRegistry& registry = RKCalendarWordsRegistry::instance();
+    const QList<RKLocale> languages = registry.availalbleCalendarLanguages();
+    if (languages.isEmpty())
+        problem(QStringLiteral("calendar words: no languages"));
+    for (const RKLocale& locale : languages) {
+        const RKCalendarWords words = registry.words(locale);
+        if (words.monthNames().count() != 12 || words.daysOfWeek().count() != 7)
+            problem(QStringLiteral("calendar words %1: %2 months and %3 days (need 12 and 7)")
+                        .arg(locale.name())
+                        .arg(words.monthNames().count())
+                        .arg(words.daysOfWeek().count()));
+        if (words.shortWeek().isEmpty())
+            problem(QStringLiteral("calendar words %1: no short week word").arg(locale.name()));
+    }
+}
+
+void checkDays(const QString& where, const QDomElement& parent)
+{
+    static const QRegularExpression datePattern(QStringLiteral("([\\w\\d]{4})\\D(\\d{1,2})\\D(\\d{1,2})"));
+    for (QDomElement day = parent.firstChildElement(QStringLiteral("day")); !day.isNull();
+         day = day.nextSiblingElement(QStringLiteral("day"))) {
+        const QString name = day.attribute(QStringLiteral("name"));
+        const QString at = QStringLiteral("%1, line %2").arg(where).arg(day.lineNumber());
+        if (name.isEmpty()) {
+            problem(at + QStringLiteral(": day without a name is ignored"));
+            continue;
+        }
+        bool hasId = false;
+        const int id = day.attribute(QStringLiteral("id")).toInt(&hasId);
+        const QString honor = day.attribute(QStringLiteral("honor"));
+        // An empty type on a day given by id takes a nationwide day away from a province.
+        if (hasId && honor.isEmpty() && day.parentNode().nodeName() == QLatin1String("province"))
+            continue;
+        for (const QString& word : honor.split(QLatin1Char(','))) {
+            if (RKCalendariumHolidayType(word).toInt() == 0)
+                problem(QStringLiteral("%1: \"%2\" has the unknown type word \"%3\"").arg(at, name, word.trimmed()));
+        }
+        if (hasId) {
+            if (id < 1 || id > LAST_DAY_ID)
+                problem(QStringLiteral("%1: \"%2\" has the unknown day id %3").arg(at, name).arg(id));
+            continue;
+        }
+        const QRegularExpressionMatch match = datePattern.match(day.attribute(QStringLiteral("date")));
+        // 2000 is a leap year, so 29 February passes.
+        if (!match.hasMatch() || !QDate(2000, match.captured(2).toInt(), match.captured(3).toInt()).isValid())
+            problem(QStringLiteral("%1: \"%2\" has neither an id nor a valid date (\"%3\")")
+                        .arg(at, name, day.attribute(QStringLiteral("date"))));
+    }
+}
+
+void checkVacations(const QString& where, const QDomElement& parent)
+{
+    for (QDomElement vacation = parent.firstChildElement(QStringLiteral("vacation")); !vacation.isNull();
+         vacation = vacation.nextSiblingElement(QStringLiteral("vacation"))) {
+        const QDate start = QDate::fromString(vacation.attribute(QStringLiteral("start")), Qt::ISODate);
+        const QDate end = QDate::fromString(vacation.attribute(QStringLiteral("end")), Qt::ISODate);
+        if (!start.isValid() || !end.isValid() || start > end || start.daysTo(end) > LONGEST_VACATION)
+            problem(QStringLiteral("%1, line %2: vacation \"%3\" from \"%4\" to \"%5\"")
+                        .arg(where)
+                        .arg(vacation.lineNumber())
+                        .arg(vacation.attribute(QStringLiteral("name")), vacation.attribute(QStringLiteral("start")),
+                             vacation.attribute(QStringLiteral("end"))));
+    }
+}
+
+// Returns the years that the file's vacations cover.
+QSet<int> checkHolidayFile(const QString& path, const RKLocale& locale, QStringList& provinces)
+{
+    QSet<int> years;
+    const QDomElement root = RKXMLLoader::loadDocumentElement(path);
+    if (root.isNull())
+        return years;
+    const QString file = QFileInfo(path).fileName();
+    if (root.firstChildElement(QStringLiteral("country")).isNull())
+        problem(file + QStringLiteral(": no \"country\" element"));
+    for (QDomElement country = root.firstChildElement(QStringLiteral("country")); !country.isNull();
+         country = country.nextSiblingElement(QStringLiteral("country"))) {
+        const QDomElement nationwide = country.firstChildElement(QStringLiteral("nationwide"));
+        checkDays(file, nationwide);
+        checkVacations(file, nationwide);
+        for (QDomElement province = country.firstChildElement(QStringLiteral("province")); !province.isNull();
+             province = province.nextSiblingElement(QStringLiteral("province"))) {
+            const QString name = province.attribute(QStringLiteral("name"));
+            const QString where = QStringLiteral("%1, province \"%2\"").arg(file, name);
+            if (name.isEmpty())
+                problem(file + QStringLiteral(": province without a name"));
+            else if (provinces.contains(name))
+                problem(where + QStringLiteral(": listed twice"));
+            else
+                provinces << name;
+            if (province.attribute(QStringLiteral("title")).isEmpty())
+                problem(where + QStringLiteral(": no title"));
+            checkDays(where, province);
+            checkVacations(where, province);
+        }
+        for (QDomElement v = country.firstChildElement(); !v.isNull(); v = v.nextSiblingElement()) {
+            for (QDomElement vacation = v.firstChildElement(QStringLiteral("vacation")); !vacation.isNull();
+                 vacation = vacation.nextSiblingElement(QStringLiteral("vacation"))) {
+                const QDate start = QDate::fromString(vacation.attribute(QStringLiteral("start")), Qt::ISODate);
+                if (start.isValid())
+                    years << start.year();
+            }
+        }
+    }
+    Q_UNUSED(locale)
+    return years;
+}
+
+RKCalendariumHolidayConfig configFor(const RKLocale& locale, const QString& province)
+{
+    RKCalendariumHolidayConfig config;
+    config.setLanguage(locale);
+    // An empty province would be ignored; a name no file uses selects the nationwide days.
+    config.setProvince(province.isEmpty() ? QStringLiteral("-") : province);
+    config.setFeatures(RKCalendariumFeatures(QStringLiteral("holidays,vacations")));
+    return config;
+}
+
+int checkHolidays(const QString& dataDir)
+{
+    const QList<RKLocale> calendarLanguages = RKCalendarWordsRegistry::instance().availalbleCalendarLanguages();
+    const RKCalendariumHolidayCalculator& calculator = RKCalendariumHolidayCalculator::instance();
+    const QList<RKLocale> loaded = calculator.availableLanguages();
+
+    int files = 0;
+    QDirIterator it(QDir(dataDir).filePath(QStringLiteral("holidays")), {QStringLiteral("*.xml")}, QDir::Files);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        ++files;
+        const RKLocale locale = RKLocale::decodeName(QFileInfo(path).completeBaseName());
+        if (!locale.isValid() || !calendarLanguages.contains(locale)) {
+            problem(QStringLiteral("%1: not a calendar language, the file is never read").arg(path));
+            continue;
+        }
+        if (!loaded.contains(locale))
+            problem(QStringLiteral("%1: the holiday calculator did not load it").arg(path));
+        QStringList provinces;
+        const QSet<int> vacationYears = checkHolidayFile(path, locale, provinces);
+        QStringList known = calculator.availableProvinces(locale);
+        std::sort(provinces.begin(), provinces.end());
+        std::sort(known.begin(), known.end());
+        if (provinces != known)
+            problem(QStringLiteral("%1: provinces %2 in the file, %3 in the calculator")
+                        .arg(path, provinces.join(QLatin1Char(',')), known.join(QLatin1Char(','))));
+
+        // Computing every region's years brings out the calculator's own warnings.
+        QSet<int> years = vacationYears;
+        for (int year = 2020; year <= 2030; ++year)
+            years << year;
+        provinces.prepend(QString());
+        for (const QString& province : qAsConst(provinces)) {
+            const RKCalendariumHolidayConfig config = configFor(locale, province);
+            bool any = false;
+            for (int year : qAsConst(years)) {
+                const RKCalendariumHolidayList days = calculator.holidaysOfYear(RKCalendariumHolidayCacheKey(year, config));
+                for (const RKCalendariumHoliday& day : days) {
+                    if (!day.date().isValid())
+                        problem(QStringLiteral("%1 %2 %3: \"%4\" falls on an impossible date")
+                                    .arg(locale.name(), province).arg(year).arg(day.description()));
+                    any = true;
+                }
+            }
+            if (!any)
+                problem(QStringLiteral("%1 %2: no marked day at all").arg(locale.name(), province));
+        }
+    }
+    if (files == 0)
+        problem(QStringLiteral("no holiday files in %1/holidays").arg(dataDir));
+    return files;
+}
+
+void checkMoonPhases()
+{
+    static const QRegularExpression dayPattern(QStringLiteral("(\\d+)\\D+(\\d+)"));
+    const QFileInfo file = RKResourceFile(RKResourceMoonPhases).fileInfo(false, QString());
+    const QDomElement root = RKXMLLoader::loadDocumentElement(file);
+    if (root.isNull())
+        return;
+    int expectedYear = FIRST_YEAR;
+    int expectedStart = 0;
+    QDate previous;
+    for (QDomElement year = root.firstChildElement(); !year.isNull(); year = year.nextSiblingElement()) {
+        const int number = year.attribute(QStringLiteral("count")).toInt();
+        const int start = year.attribute(QStringLiteral("start")).toInt();
+        const QString where = QStringLiteral("moon phases %1").arg(year.attribute(QStringLiteral("count")));
+        if (number != expectedYear)
+            problem(QStringLiteral("%1: expected the year %2").arg(where).arg(expectedYear));
+        if (start < 1 || start > 4 || (expectedStart != 0 && start != expectedStart))
+            problem(QStringLiteral("%1: start %2 does not continue the phases of the year before").arg(where).arg(start));
+        int count = 0;
+        for (QDomElement phase = year.firstChildElement(); !phase.isNull(); phase = phase.nextSiblingElement()) {
+            const QRegularExpressionMatch match = dayPattern.match(phase.text());
+            const QDate date = match.hasMatch() ? QDate(number, match.captured(1).toInt(), match.captured(2).toInt()) : QDate();
+            ++count;
+            if (!date.isValid()) {
+                problem(QStringLiteral("%1: \"%2\" is not a date").arg(where, phase.text()));
+                continue;
+            }
+            // Principal phases are 6.6 to 8.1 days apart; whole days in local time give 6 to 9.
+            if (previous.isValid() && (previous.daysTo(date) < 6 || previous.daysTo(date) > 9))
+                problem(QStringLiteral("%1: %2 is %3 days after the phase before")
+                            .arg(where, date.toString(Qt::ISODate))
+                            .arg(previous.daysTo(date)));
+            previous = date;
+        }
+        expectedStart = (start - 1 + count) % 4 + 1;
+        expectedYear = number + 1;
+    }
+    if (expectedYear != LAST_YEAR + 1)
+        problem(QStringLiteral("moon phases: the years end at %1, expected %2").arg(expectedYear - 1).arg(LAST_YEAR));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QTemporaryDir writable;
+    qputenv("RKXML_WRITABLE_DIR", writable.path().toLocal8Bit());
+    qputenv("RKXML_RESOURCE_PATH", QByteArray());
+    if (argc > 1)
+        qputenv("RKXML_DATA_DIR", QByteArray(argv[1]));
+    const QString dataDir = RKDirectoryConfig::instance().shippedDataDirectory();
+
+    qInstallMessageHandler(collectWarnings);
+    const int xmlFiles = checkAllXml(dataDir);
+    checkCalendarWords();
+    const int holidayFiles = checkHolidays(dataDir);
+    checkMoonPhases();
+    qInstallMessageHandler(nullptr);
+
+    QTextStream out(stdout);
+    out.setCodec("UTF-8");
+    if (!problems().isEmpty()) {
+        for (const QString& text : problems())
+            out << "rkxml-datacheck: " << text << '\n';
+        out << "rkxml-datacheck: " << problems().size() << " problem(s) in " << dataDir << '\n';
+        return 1;
+    }
+    out << "rkxml-datacheck: " << longVacationNotes() << " notes on vacations of 51 days or more (accepted)\n";
+    out << "rkxml-datacheck: " << xmlFiles << " XML files, " << holidayFiles << " holiday files in " << dataDir
+        << ": ok\n";
+    return 0;
+}
