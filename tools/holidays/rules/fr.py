@@ -37,6 +37,11 @@ PROVINCES = [
     ("973", "Guyane", [fixed(6, 10, SLAVERY)]),
     ("974", "La Réunion", [fixed(12, 20, SLAVERY)]),
     ("976", "Mayotte", [fixed(4, 27, SLAVERY)]),
+    # Saint-Martin keeps the Guadeloupe day it had before becoming a collectivity of its own.
+    ("MF", "Saint-Martin", [fixed(5, 27, SLAVERY)]),
+    # Saint-Barthélemy's day is confirmed from 2020 by the public holiday tables; earlier
+    # years are left unmarked rather than guessed.
+    ("BL", "Saint-Barthélemy", [fixed(10, 9, SLAVERY, years=range(2020, 2101))]),
 ]
 
 
