@@ -21,13 +21,8 @@ int runHolidays(const QStringList& args, QTextStream& out, QTextStream& err)
     }
 
     RKLocale locale;
-    if (!parseHolidayLocale(options.value(QStringLiteral("locale")), locale, err))
-        return ExitUsage;
-    const QString province = options.value(QStringLiteral("province"));
-    if (!checkProvince(locale, province, err))
-        return ExitUsage;
-    const QString features = options.value(QStringLiteral("features"), QStringLiteral("holidays"));
-    if (!checkFeatures(features, err))
+    RKCalendariumHolidayConfig config;
+    if (!configFromOptions(options, QStringLiteral("holidays"), err, locale, config))
         return ExitUsage;
 
     int from = 0;
@@ -52,7 +47,6 @@ int runHolidays(const QStringList& args, QTextStream& out, QTextStream& err)
         }
     }
 
-    const RKCalendariumHolidayConfig config = makeConfig(locale, province, features);
     for (int year = from; year <= to; ++year) {
         for (const MarkedDay& day : markedDaysOfYear(year, config)) {
             out << day.date.toString(Qt::ISODate) << '\t' << typeKeywords(day.type) << '\t'

@@ -200,13 +200,8 @@ int runMonth(const QStringList& args, QTextStream& out, QTextStream& err)
         return ExitUsage;
 
     RKLocale locale;
-    if (!parseHolidayLocale(options.value(QStringLiteral("locale")), locale, err))
-        return ExitUsage;
-    const QString province = options.value(QStringLiteral("province"));
-    if (!checkProvince(locale, province, err))
-        return ExitUsage;
-    const QString features = options.value(QStringLiteral("features"), QStringLiteral("holidays,vacations,moonphases"));
-    if (!checkFeatures(features, err))
+    RKCalendariumHolidayConfig config;
+    if (!configFromOptions(options, QStringLiteral("holidays,vacations,moonphases"), err, locale, config))
         return ExitUsage;
     bool color = false;
     if (!parseColor(options.value(QStringLiteral("color"), QStringLiteral("auto")), color, err))
@@ -214,7 +209,7 @@ int runMonth(const QStringList& args, QTextStream& out, QTextStream& err)
 
     QList<MarkedDay> month;
     QHash<int, MarkedDay> byDay;
-    for (const MarkedDay& day : markedDaysOfYear(first.year(), makeConfig(locale, province, features))) {
+    for (const MarkedDay& day : markedDaysOfYear(first.year(), config)) {
         if (day.date.month() != first.month())
             continue;
         month << day;

@@ -148,4 +148,19 @@ QHash<QString, QString> provinceTitles(const RKLocale& locale)
     return titles;
 }
 
+bool configFromOptions(const CommandOptions& options, const QString& defaultFeatures, QTextStream& err,
+    RKLocale& locale, RKCalendariumHolidayConfig& config)
+{
+    if (!parseHolidayLocale(options.value(QStringLiteral("locale")), locale, err))
+        return false;
+    const QString province = options.value(QStringLiteral("province"));
+    if (!checkProvince(locale, province, err))
+        return false;
+    const QString features = options.value(QStringLiteral("features"), defaultFeatures);
+    if (!checkFeatures(features, err))
+        return false;
+    config = makeConfig(locale, province, features);
+    return true;
+}
+
 } // namespace HolidayCommandSupport

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Command.h"
+
 #include <RKCalendariumHoliday.h>
 #include <RKCalendariumHolidayType.h>
 #include <RKCalendariumHolidayConfig.h>
@@ -43,6 +45,13 @@ bool parseYear(const QString& option, const QString& text, int& year, QTextStrea
 
 /// Language, province (empty: the nationwide days only) and features.
 RKCalendariumHolidayConfig makeConfig(const RKLocale& locale, const QString& province, const QString& features);
+
+/**
+ * Reads --locale, --province and --features (default `defaultFeatures`) into `locale` and
+ * `config`; on bad input prints what is valid and returns false.
+ */
+bool configFromOptions(const CommandOptions& options, const QString& defaultFeatures, QTextStream& err,
+    RKLocale& locale, RKCalendariumHolidayConfig& config);
 
 /**
  * Holidays (with school vacations when switched on) and moon phases of `year`, merged

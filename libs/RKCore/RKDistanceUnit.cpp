@@ -2,48 +2,53 @@
 
 #include <QDebug>
 
-double RKDistanceUnit::factor(bool* ok) const
+namespace {
+
+// Internal units (tenths of a millimetre) per unit, as numerator / denominator so that
+// points convert as v * 254 / 72 without an intermediate rounding.
+struct Ratio {
+    int code;
+    double numerator;
+    double denominator;
+};
+
+constexpr Ratio ratios[] = {
+    {RKDistanceUnit::Internal, 1.0, 1.0},
+    {RKDistanceUnit::Millimetre, 10.0, 1.0},
+    {RKDistanceUnit::Inch, 254.0, 1.0},
+    {RKDistanceUnit::Centimetre, 100.0, 1.0},
+    {RKDistanceUnit::Point, 254.0, 72.0},
+};
+
+const Ratio* ratioOf(int code)
 {
-    *ok = true;
-    switch (myCode) {
-    case Internal: return 1.0;
-    case Millimetre: return 10.0;
-    case Inch: return 254.0;
-    case Centimetre: return 100.0;
-    case Point: return 254.0 / 72.0;
-    default: *ok = false; return 1.0;
+    for (const Ratio& r : ratios) {
+        if (r.code == code)
+            return &r;
     }
+    qWarning() << "distance not supported!" << code;
+    return nullptr;
+}
+
 }
 
 bool RKDistanceUnit::isSupported() const
 {
-    bool ok;
-    factor(&ok);
-    return ok;
+    for (const Ratio& r : ratios) {
+        if (r.code == myCode)
+            return true;
+    }
+    return false;
 }
 
 double RKDistanceUnit::units2Pixels(double v) const
 {
-    bool ok;
-    const double f = factor(&ok);
-    if (!ok) {
-        qWarning() << "distance not supported!" << myCode;
-        return v;
-    }
-    if (myCode == Point)
-        return v * 254.0 / 72.0;
-    return v * f;
+    const Ratio* r = ratioOf(myCode);
+    return r ? v * r->numerator / r->denominator : v;
 }
 
 double RKDistanceUnit::pixels2Units(double v) const
 {
-    bool ok;
-    const double f = factor(&ok);
-    if (!ok) {
-        qWarning() << "distance not supported!" << myCode;
-        return v;
-    }
-    if (myCode == Point)
-        return v * 72.0 / 254.0;
-    return v / f;
+    const Ratio* r = ratioOf(myCode);
+    return r ? v * r->denominator / r->numerator : v;
 }

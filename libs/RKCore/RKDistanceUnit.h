@@ -19,6 +19,5 @@ public:
     double pixels2Units(double v) const;
 
 private:
-    double factor(bool* ok) const;
     int myCode;
 };

@@ -455,87 +455,77 @@ QRectF RKXMLParser::readRectF(const QDomNamedNodeMap& map, const QString& leftNa
         doubleAttribute(map, widthName, 1.0), doubleAttribute(map, heightName, 1.0));
 }
 
+namespace {
+
+// The arithmetic of one axis: wrapping 32-bit integers, or doubles.
+struct IntAxis {
+    using T = int;
+    static constexpr T failedStart = INT_MAX;
+    static T sub(T a, T b) { return wrapSub(a, b); }
+    static T half(T v) { return v / 2; }
+    static T twice(T v) { return wrapTwice(v); }
+};
+struct RealAxis {
+    using T = double;
+    static constexpr T failedStart = DBL_MAX;
+    static T sub(T a, T b) { return a - b; }
+    static T half(T v) { return v * 0.5; }
+    static T twice(T v) { return 2.0 * v; }
+};
+
+// Resolves start and length from the values present (null = missing), preferring
+// start+end, start+length, end+length, centre+length, start+centre, end+centre.
+template <class Axis, class T = typename Axis::T>
+bool resolveSegment(const T* s, const T* c, const T* e, const T* l, T* start, T* length)
+{
+    if (s && e) {
+        *start = *s;
+        *length = Axis::sub(*e, *s);
+    } else if (l && (s || e)) {
+        *start = s ? *s : Axis::sub(*e, *l);
+        *length = *l;
+    } else if (c && l) {
+        *start = Axis::sub(*c, Axis::half(*l));
+        *length = *l;
+    } else if (c && s) {
+        *start = *s;
+        *length = Axis::twice(Axis::sub(*c, *s));
+    } else if (c && e) {
+        *length = Axis::twice(Axis::sub(*e, *c));
+        *start = Axis::sub(*e, *length);
+    } else {
+        *start = Axis::failedStart;
+        *length = 0;
+        return false;
+    }
+    return true;
+}
+
+}
+
 bool RKXMLParser::readSegment(const QDomNamedNodeMap& map, const QStringList& startNames, const QStringList& centerNames,
     const QStringList& endNames, const QStringList& lengthNames, int* start, int* length)
 {
-    int s = 0, e = 0, l = 0, c = 0;
-    const bool hasStart = intAttribute(map, startNames, &s);
-    const bool hasEnd = intAttribute(map, endNames, &e);
-    if (hasStart && hasEnd) {
-        *start = s;
-        *length = wrapSub(e, s);
-        return true;
-    }
-    const bool hasLength = intAttribute(map, lengthNames, &l);
-    if (hasLength && (hasStart || hasEnd)) {
-        *start = hasStart ? s : wrapSub(e, l);
-        *length = l;
-        return true;
-    }
-    const bool hasCenter = intAttribute(map, centerNames, &c);
-    if (hasCenter) {
-        if (hasLength) {
-            *start = wrapSub(c, l / 2);
-            *length = l;
-            return true;
-        }
-        if (hasStart) {
-            *start = s;
-            *length = wrapTwice(wrapSub(c, s));
-            return true;
-        }
-        if (hasEnd) {
-            *length = wrapTwice(wrapSub(e, c));
-            *start = wrapSub(e, *length);
-            return true;
-        }
-    }
-    *start = INT_MAX;
-    *length = 0;
-    return false;
+    int values[4] = {0, 0, 0, 0};
+    const QStringList* names[4] = {&startNames, &centerNames, &endNames, &lengthNames};
+    const int* present[4];
+    for (int i = 0; i < 4; ++i)
+        present[i] = intAttribute(map, *names[i], &values[i]) ? &values[i] : nullptr;
+    return resolveSegment<IntAxis>(present[0], present[1], present[2], present[3], start, length);
 }
 
 bool RKXMLParser::readSegmentF(const QDomNamedNodeMap& map, const QStringList& startNames, const QStringList& centerNames,
     const QStringList& endNames, const QStringList& lengthNames, double* start, double* length)
 {
-    const double missing = DBL_MAX;
-    const double s = doubleAttribute(map, startNames, missing);
-    const double e = doubleAttribute(map, endNames, missing);
-    const bool hasStart = s != missing;
-    const bool hasEnd = e != missing;
-    if (hasStart && hasEnd) {
-        *start = s;
-        *length = e - s;
-        return true;
+    // A missing value is recognised by reading with the largest double as default.
+    double values[4];
+    const QStringList* names[4] = {&startNames, &centerNames, &endNames, &lengthNames};
+    const double* present[4];
+    for (int i = 0; i < 4; ++i) {
+        values[i] = doubleAttribute(map, *names[i], DBL_MAX);
+        present[i] = values[i] != DBL_MAX ? &values[i] : nullptr;
     }
-    const double l = doubleAttribute(map, lengthNames, missing);
-    const bool hasLength = l != missing;
-    if (hasLength && (hasStart || hasEnd)) {
-        *start = hasStart ? s : e - l;
-        *length = l;
-        return true;
-    }
-    const double c = doubleAttribute(map, centerNames, missing);
-    if (c != missing) {
-        if (hasLength) {
-            *start = c - l * 0.5;
-            *length = l;
-            return true;
-        }
-        if (hasStart) {
-            *start = s;
-            *length = 2.0 * (c - s);
-            return true;
-        }
-        if (hasEnd) {
-            *length = 2.0 * (e - c);
-            *start = e - *length;
-            return true;
-        }
-    }
-    *start = missing;
-    *length = 0.0;
-    return false;
+    return resolveSegment<RealAxis>(present[0], present[1], present[2], present[3], start, length);
 }
 
 QRect RKXMLParser::readRect(const QDomNamedNodeMap& map)
