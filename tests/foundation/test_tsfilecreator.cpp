@@ -18,140 +18,116 @@ void writeFile(const QString& path, const QByteArray& bytes)
     file.write(bytes);
 }
 
+using Table = QHash<QString, QString>;
+
 }
 
 class TestTSFileCreator : public QObject
 {
     Q_OBJECT
+    QScopedPointer<QTemporaryDir> myDir;
+    QFileInfo file(const QString& name) const { return QFileInfo(myDir->filePath(name)); }
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void layoutIsFixed();
-    void saveReadRoundTrip();
-    void readingSkipsEmptyAndSimplifies();
-    void mergeReportsChanges();
-    void saveKeepsAnOldLongerTail();
-    void missingAndBrokenFiles();
+    void initTestCase()
+    {
+        isolateUserFiles();
+        RKApplicationLocale::instance().setLocale(QLocale(QStringLiteral("de_DE")));
+    }
+    void init()
+    {
+        myDir.reset(new QTemporaryDir());
+        QVERIFY(myDir->isValid());
+    }
 
-private:
-    QTemporaryDir* myDir = nullptr;
-    QFileInfo file(const QString& name) const { return QFileInfo(myDir->filePath(name)); }
+    void layoutAndRoundTrip()
+    {
+        const QFileInfo one = file(QStringLiteral("one.ts"));
+        RKTSFileCreator creator;
+        creator.save(one, {{QStringLiteral("Monday"), QStringLiteral("Montag")}});
+        QCOMPARE(readFile(one.absoluteFilePath()),
+            QByteArray("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE TS>\n"
+                       "<TS version=\"2.1\" language=\"de\">\n<context>\n    <name>Translations</name>\n"
+                       "    <message>\n        <source>Monday</source>\n        <translation>Montag</translation>\n    </message>\n"
+                       "</context>\n</TS>\n"));
+
+        const Table table{{QStringLiteral("a < b & c"), QStringLiteral("\"x\" > y")}, {QStringLiteral("Neujahr"), QString::fromUtf8("元旦")},
+            {QStringLiteral("Tom's"), QStringLiteral("d'Artagnan")}};
+        const QFileInfo ts = file(QStringLiteral("round.ts"));
+        creator.save(ts, table);
+        const QByteArray bytes = readFile(ts.absoluteFilePath());
+        QVERIFY(bytes.contains("<source>a &lt; b &amp; c</source>"));
+        QVERIFY(bytes.contains("<translation>&quot;x&quot; &gt; y</translation>"));
+        QCOMPARE(creator.readTranslations(ts), table);
+        QVERIFY(!creator.merge(ts, table));
+        QCOMPARE(readFile(ts.absoluteFilePath()), bytes);
+    }
+
+    void readingSkipsEmptyAndSimplifies()
+    {
+        const QFileInfo ts = file(QStringLiteral("hand.ts"));
+        writeFile(ts.absoluteFilePath(),
+            "<?xml version=\"1.0\"?><TS><context><name>Translations</name>"
+            "<message><source>empty</source><translation></translation></message>"
+            "<message><source>  two\n   lines  </source><translation> zwei\tZeilen </translation></message>"
+            "<message><source>dup</source><translation>first</translation></message>"
+            "<message><source>dup</source><translation>second</translation></message>"
+            "<message><translation>no source</translation></message>"
+            "</context><context><message><source>other</source><translation>ignored</translation></message></context></TS>");
+        RKTSFileCreator creator;
+        QCOMPARE(creator.readTranslations(ts), (Table{{QStringLiteral("two lines"), QStringLiteral("zwei Zeilen")}, {QStringLiteral("dup"), QStringLiteral("second")}}));
+        // The skipped message comes back through a merge (padded so that the new text is longer
+        // than the hand-written file, whose tail would otherwise stay behind).
+        QVERIFY(creator.merge(ts, {{QStringLiteral("empty"), QStringLiteral("leer")}, {QStringLiteral("padding"), QString(400, QLatin1Char('p'))}}));
+        QCOMPARE(creator.readTranslations(ts).value(QStringLiteral("empty")), QStringLiteral("leer"));
+        // The unsimplified source is a different key: a change.
+        QVERIFY(creator.merge(ts, {{QStringLiteral("  two\n   lines  "), QStringLiteral("zwei Zeilen")}}));
+    }
+
+    void mergeReportsChanges()
+    {
+        const QFileInfo ts = file(QStringLiteral("merge.ts"));
+        RKTSFileCreator creator;
+        QVERIFY(creator.merge(ts, {{QStringLiteral("a"), QStringLiteral("1")}}));
+        QVERIFY(!creator.merge(ts, {{QStringLiteral("a"), QStringLiteral("1")}}));
+        const Table changed{{QStringLiteral("a"), QStringLiteral("2")}, {QStringLiteral("b"), QStringLiteral("3")}};
+        QVERIFY(creator.merge(ts, changed));
+        QCOMPARE(creator.readTranslations(ts), changed);
+        QVERIFY(!creator.merge(ts, {}));
+    }
+
+    void saveKeepsAnOldLongerTail()
+    {
+        const QFileInfo ts = file(QStringLiteral("tail.ts"));
+        RKTSFileCreator creator;
+        Table big;
+        for (int i = 0; i < 20; ++i)
+            big.insert(QStringLiteral("source %1").arg(i), QStringLiteral("translation %1").arg(i));
+        creator.save(ts, big);
+        const QByteArray before = readFile(ts.absoluteFilePath());
+        creator.save(ts, {{QStringLiteral("x"), QStringLiteral("y")}});
+        const QByteArray after = readFile(ts.absoluteFilePath());
+        QCOMPARE(after.size(), before.size());
+        QVERIFY(after.contains("<source>x</source>"));
+        const int end = after.indexOf("</TS>\n") + 6;
+        QCOMPARE(after.mid(end), before.mid(end));
+    }
+
+    void missingAndBrokenFiles()
+    {
+        RKTSFileCreator creator;
+        QVERIFY(creator.readTranslations(file(QStringLiteral("none.ts"))).isEmpty());
+        writeFile(file(QStringLiteral("broken.ts")).absoluteFilePath(), "<TS><context>");
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^XML parse error in .*broken\\.ts")));
+        QVERIFY(creator.readTranslations(file(QStringLiteral("broken.ts"))).isEmpty());
+        writeFile(file(QStringLiteral("nocontext.ts")).absoluteFilePath(), "<TS><message><source>a</source><translation>b</translation></message></TS>");
+        QVERIFY(creator.readTranslations(file(QStringLiteral("nocontext.ts"))).isEmpty());
+        // A file inside a missing directory cannot be opened: nothing is written, nothing crashes.
+        const QFileInfo unreachable = file(QStringLiteral("missing/dir/x.ts"));
+        creator.save(unreachable, {{QStringLiteral("a"), QStringLiteral("b")}});
+        QVERIFY(!QFileInfo::exists(unreachable.absoluteFilePath()));
+    }
 };
-
-void TestTSFileCreator::initTestCase()
-{
-    isolateUserFiles();
-    RKApplicationLocale::instance().setLocale(QLocale(QStringLiteral("de_DE")));
-}
-
-void TestTSFileCreator::init()
-{
-    delete myDir;
-    myDir = new QTemporaryDir();
-    QVERIFY(myDir->isValid());
-}
-
-void TestTSFileCreator::layoutIsFixed()
-{
-    const QFileInfo ts = file(QStringLiteral("one.ts"));
-    RKTSFileCreator().save(ts, {{QStringLiteral("Monday"), QStringLiteral("Montag")}});
-    QCOMPARE(readFile(ts.absoluteFilePath()),
-        QByteArray("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE TS>\n"
-                   "<TS version=\"2.1\" language=\"de\">\n<context>\n    <name>Translations</name>\n"
-                   "    <message>\n        <source>Monday</source>\n        <translation>Montag</translation>\n    </message>\n"
-                   "</context>\n</TS>\n"));
-}
-
-void TestTSFileCreator::saveReadRoundTrip()
-{
-    const QHash<QString, QString> table{
-        {QStringLiteral("a < b & c"), QStringLiteral("\"x\" > y")},
-        {QString::fromUtf8("Neujahr"), QString::fromUtf8("元旦")},
-        {QStringLiteral("Tom's"), QStringLiteral("d'Artagnan")},
-    };
-    const QFileInfo ts = file(QStringLiteral("round.ts"));
-    RKTSFileCreator creator;
-    creator.save(ts, table);
-    const QByteArray bytes = readFile(ts.absoluteFilePath());
-    QVERIFY(bytes.contains("<source>a &lt; b &amp; c</source>"));
-    QVERIFY(bytes.contains("<translation>&quot;x&quot; &gt; y</translation>"));
-    QCOMPARE(creator.readTranslations(ts), table);
-    QVERIFY(!creator.merge(ts, table));
-    QCOMPARE(readFile(ts.absoluteFilePath()), bytes);
-}
-
-void TestTSFileCreator::readingSkipsEmptyAndSimplifies()
-{
-    const QFileInfo ts = file(QStringLiteral("hand.ts"));
-    writeFile(ts.absoluteFilePath(),
-        "<?xml version=\"1.0\"?><TS><context><name>Translations</name>"
-        "<message><source>empty</source><translation></translation></message>"
-        "<message><source>  two\n   lines  </source><translation> zwei\tZeilen </translation></message>"
-        "<message><source>dup</source><translation>first</translation></message>"
-        "<message><source>dup</source><translation>second</translation></message>"
-        "<message><translation>no source</translation></message>"
-        "</context><context><message><source>other</source><translation>ignored</translation></message></context></TS>");
-    RKTSFileCreator creator;
-    const QHash<QString, QString> table = creator.readTranslations(ts);
-    QCOMPARE(table.size(), 2);
-    QCOMPARE(table.value(QStringLiteral("two lines")), QStringLiteral("zwei Zeilen"));
-    QCOMPARE(table.value(QStringLiteral("dup")), QStringLiteral("second"));
-    // The skipped message comes back through a merge (padded so that the new text is longer
-    // than the hand-written file, whose tail would otherwise stay behind).
-    QVERIFY(creator.merge(ts, {{QStringLiteral("empty"), QStringLiteral("leer")},
-                                  {QStringLiteral("padding"), QString(400, QLatin1Char('p'))}}));
-    QCOMPARE(creator.readTranslations(ts).value(QStringLiteral("empty")), QStringLiteral("leer"));
-    // The unsimplified source is a different key: a change.
-    QVERIFY(creator.merge(ts, {{QStringLiteral("  two\n   lines  "), QStringLiteral("zwei Zeilen")}}));
-}
-
-void TestTSFileCreator::mergeReportsChanges()
-{
-    const QFileInfo ts = file(QStringLiteral("merge.ts"));
-    RKTSFileCreator creator;
-    QVERIFY(!QFileInfo::exists(ts.absoluteFilePath()));
-    QVERIFY(creator.merge(ts, {{QStringLiteral("a"), QStringLiteral("1")}}));
-    QVERIFY(!creator.merge(ts, {{QStringLiteral("a"), QStringLiteral("1")}}));
-    QVERIFY(creator.merge(ts, {{QStringLiteral("a"), QStringLiteral("2")}, {QStringLiteral("b"), QStringLiteral("3")}}));
-    const QHash<QString, QString> expected{{QStringLiteral("a"), QStringLiteral("2")}, {QStringLiteral("b"), QStringLiteral("3")}};
-    QCOMPARE(creator.readTranslations(ts), expected);
-    QVERIFY(!creator.merge(ts, {}));
-}
-
-void TestTSFileCreator::saveKeepsAnOldLongerTail()
-{
-    const QFileInfo ts = file(QStringLiteral("tail.ts"));
-    RKTSFileCreator creator;
-    QHash<QString, QString> big;
-    for (int i = 0; i < 20; ++i)
-        big.insert(QStringLiteral("source %1").arg(i), QStringLiteral("translation %1").arg(i));
-    creator.save(ts, big);
-    const QByteArray before = readFile(ts.absoluteFilePath());
-    creator.save(ts, {{QStringLiteral("x"), QStringLiteral("y")}});
-    const QByteArray after = readFile(ts.absoluteFilePath());
-    QCOMPARE(after.size(), before.size());
-    QVERIFY(after.contains("<source>x</source>"));
-    const int end = after.indexOf("</TS>\n") + 6;
-    QCOMPARE(after.mid(end), before.mid(end));
-}
-
-void TestTSFileCreator::missingAndBrokenFiles()
-{
-    RKTSFileCreator creator;
-    QVERIFY(creator.readTranslations(file(QStringLiteral("none.ts"))).isEmpty());
-    const QFileInfo broken = file(QStringLiteral("broken.ts"));
-    writeFile(broken.absoluteFilePath(), "<TS><context>");
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^XML parse error in .*broken\\.ts")));
-    QVERIFY(creator.readTranslations(broken).isEmpty());
-    const QFileInfo noContext = file(QStringLiteral("nocontext.ts"));
-    writeFile(noContext.absoluteFilePath(), "<TS><message><source>a</source><translation>b</translation></message></TS>");
-    QVERIFY(creator.readTranslations(noContext).isEmpty());
-    // A file inside a missing directory cannot be opened: nothing is written, nothing crashes.
-    const QFileInfo unreachable = file(QStringLiteral("missing/dir/x.ts"));
-    creator.save(unreachable, {{QStringLiteral("a"), QStringLiteral("b")}});
-    QVERIFY(!QFileInfo::exists(unreachable.absoluteFilePath()));
-}
 
 QTEST_GUILESS_MAIN(TestTSFileCreator)
 #include "test_tsfilecreator.moc"

@@ -14,12 +14,7 @@
 
 namespace {
 
-QDomDocument parse(const QString& text)
-{
-    QDomDocument document;
-    document.setContent(text);
-    return document;
-}
+QDomDocument parse(const QString& text) { QDomDocument document; document.setContent(text); return document; }
 
 QByteArray readFile(const QString& path)
 {
@@ -49,40 +44,30 @@ QStringList leftoverTemporaries(const QString& dir)
     return QDir(dir).entryList(QStringList() << QStringLiteral(".{*}"), QDir::Files | QDir::Hidden);
 }
 
-// Structural comparison that ignores what the canonical form drops or reorders:
+// Structural description that ignores what the canonical form drops or reorders:
 // attribute order and processing instructions.
 QString describe(const QDomNode& node)
 {
     QString out;
-    for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling()) {
-        switch (child.nodeType()) {
-        case QDomNode::ElementNode: {
-            const QDomElement e = child.toElement();
-            QStringList attrs;
-            const QDomNamedNodeMap map = e.attributes();
-            for (int i = 0; i < map.count(); ++i)
-                attrs << map.item(i).nodeName() + QLatin1Char('=') + map.item(i).nodeValue();
-            attrs.sort();
-            out += QStringLiteral("<%1 %2>").arg(e.tagName(), attrs.join(QLatin1Char('|'))) + describe(e) + QStringLiteral("</>");
-            break;
-        }
-        case QDomNode::TextNode: out += QStringLiteral("T[%1]").arg(child.nodeValue()); break;
-        case QDomNode::CDATASectionNode: out += QStringLiteral("C[%1]").arg(child.nodeValue()); break;
-        case QDomNode::CommentNode: out += QStringLiteral("M[%1]").arg(child.nodeValue()); break;
-        default: break;
-        }
+    if (node.isElement()) {
+        QStringList attrs;
+        for (int i = 0; i < node.attributes().count(); ++i)
+            attrs << node.attributes().item(i).nodeName() + QLatin1Char('=') + node.attributes().item(i).nodeValue();
+        attrs.sort();
+        out = QStringLiteral("<%1 %2>").arg(node.nodeName(), attrs.join(QLatin1Char('|')));
+        for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling())
+            out += describe(child);
+        return out + QStringLiteral("</>");
     }
-    return out;
+    const QString kind = node.isCDATASection() ? QStringLiteral("C") : node.isText() ? QStringLiteral("T") : node.isComment() ? QStringLiteral("M") : QString();
+    return kind.isEmpty() ? QString() : kind + QLatin1Char('[') + node.nodeValue() + QLatin1Char(']');
 }
 
 QString describeFromRoot(const QDomDocument& document)
 {
     QString out;
-    for (QDomNode n = document.documentElement(); !n.isNull(); n = n.nextSibling()) {
-        QDomDocument holder;
-        holder.appendChild(holder.importNode(n, true));
-        out += describe(holder);
-    }
+    for (QDomNode n = document.documentElement(); !n.isNull(); n = n.nextSibling())
+        out += describe(n);
     return out;
 }
 
@@ -91,412 +76,343 @@ QString describeFromRoot(const QDomDocument& document)
 class TestXMLBuilder : public QObject
 {
     Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void init();
-
-    void attributesAreSortedByCodeUnit();
-    void nodesBeforeTheRootAreReplacedByTheDeclaration();
-    void indentationFollowsTheArgument();
-    void fixtureSurvivesReadWriteRead();
-    void toStringStopsAtWriterOutput();
-    void escape_data();
-    void escape();
-    void saveLeft_data();
-    void saveLeft();
-
-    void backupNames_data();
-    void backupNames();
-    void saveNotifiesThePlatform();
-    void isProbablyXML_data();
-    void isProbablyXML();
-    void unverifiableOutputKeepsTheOldFile();
-
-    void faultReadOnlyDirectory();
-    void faultParentIsAFile();
-    void faultBackupCannotBeRemoved();
-    void faultBackupCannotBeRemovedWithInPlaceFallback();
-    void faultFullDevice();
-    void faultTargetIsADirectory();
-
-private:
     QTemporaryDir* myDir = nullptr;
     QString path(const QString& name) const { return myDir->filePath(name); }
-};
 
-void TestXMLBuilder::initTestCase()
-{
-    isolateUserFiles();
-}
+private Q_SLOTS:
+    void initTestCase() { isolateUserFiles(); }
 
-void TestXMLBuilder::init()
-{
-    delete myDir;
-    myDir = new QTemporaryDir();
-    QVERIFY(myDir->isValid());
-    RKPlatformIndependent::instance().setAllowsInPlaceWriteFallback(false);
-}
-
-void TestXMLBuilder::attributesAreSortedByCodeUnit()
-{
-    const QDomDocument document = parse(QStringLiteral("<r b=\"1\" A=\"2\" a=\"3\" _x=\"4\" Z=\"5\" vako:c=\"6\"><c z=\"1\" y=\"2\"/></r>"));
-    const QString text = RKXMLBuilder::toString(document, 4);
-    // UTF-16 order: upper case, then "_", then lower case; a prefixed name sorts by its whole text.
-    QVERIFY2(text.contains(QStringLiteral("<r A=\"2\" Z=\"5\" _x=\"4\" a=\"3\" b=\"1\" vako:c=\"6\">")), qPrintable(text));
-    QVERIFY2(text.contains(QStringLiteral("<c y=\"2\" z=\"1\"/>")), qPrintable(text));
-    // Same content in another order gives the same bytes.
-    const QDomDocument shuffled = parse(QStringLiteral("<r vako:c=\"6\" a=\"3\" Z=\"5\" b=\"1\" _x=\"4\" A=\"2\"><c y=\"2\" z=\"1\"/></r>"));
-    QCOMPARE(RKXMLBuilder::toString(shuffled, 4), text);
-}
-
-void TestXMLBuilder::nodesBeforeTheRootAreReplacedByTheDeclaration()
-{
-    const QDomDocument document = parse(QStringLiteral(
-        "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><!DOCTYPE r><?xml-stylesheet href=\"a.css\"?><!--before-->"
-        "<r><!--inside--><?hint x?><![CDATA[a < b]]>t&amp;x</r><!--after-->"));
-    QVERIFY(!document.isNull());
-    const QString text = RKXMLBuilder::toString(document, 2);
-    QVERIFY2(text.startsWith(QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<r>")), qPrintable(text));
-    QCOMPARE(text.count(QStringLiteral("<?")), 1);
-    QVERIFY(!text.contains(QStringLiteral("before")));
-    QVERIFY(!text.contains(QStringLiteral("DOCTYPE")));
-    QVERIFY(!text.contains(QStringLiteral("hint")));
-    QVERIFY(text.contains(QStringLiteral("<!--inside-->")));
-    QVERIFY(text.contains(QStringLiteral("<![CDATA[a < b]]>")));
-    QVERIFY(text.contains(QStringLiteral("t&amp;x")));
-    // Siblings after the root element are written.
-    QVERIFY(text.contains(QStringLiteral("<!--after-->")));
-}
-
-void TestXMLBuilder::indentationFollowsTheArgument()
-{
-    const QDomDocument document = parse(QStringLiteral("<a><b><c/></b></a>"));
-    QVERIFY(RKXMLBuilder::toString(document, 4).contains(QStringLiteral("\n        <c/>")));
-    QVERIFY(RKXMLBuilder::toString(document, 1).contains(QStringLiteral("\n  <c/>")));
-}
-
-void TestXMLBuilder::fixtureSurvivesReadWriteRead()
-{
-    const QDomDocument original = RKXMLLoader::loadDocument(testDataPath(QStringLiteral("foundation/calendar_page.svg")));
-    QVERIFY(!original.isNull());
-    const QString first = RKXMLBuilder::toString(original, 4);
-    QVERIFY(first.contains(QStringLiteral("xmlns:vako=\"http://example.invalid/vako\"")));
-    QVERIFY(first.contains(QStringLiteral("<rect class=\"day_empty\" height=\"200\" vako:cal=\"day_2\" width=\"250\" x=\"350\" y=\"400\"/>")));
-
-    const QDomDocument reread = RKXMLLoader::parse(first.toUtf8(), QStringLiteral("first save"));
-    QVERIFY(!reread.isNull());
-    QCOMPARE(describeFromRoot(reread), describeFromRoot(original));
-    QVERIFY(describeFromRoot(original).contains(QString::fromUtf8("Neujahr — ü ß 元旦")));
-    // Canonical: writing what was read back gives the same bytes.
-    QCOMPARE(RKXMLBuilder::toString(reread, 4), first);
-
-    // Through a real file as well.
-    RKErrorHistory history;
-    const QFileInfo target(path(QStringLiteral("page.svg")));
-    QVERIFY(RKXMLBuilder::saveUTF8(original, target, &history));
-    QVERIFY(history.isEmpty());
-    QCOMPARE(QString::fromUtf8(readFile(target.absoluteFilePath())), first);
-}
-
-void TestXMLBuilder::toStringStopsAtWriterOutput()
-{
-    QDomDocument empty;
-    QCOMPARE(RKXMLBuilder::toString(empty, 4), QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"));
-    QVERIFY(!RKXMLBuilder::saveCanonicalXML(empty, nullptr, 4));
-
-    // A device that refuses writes makes the writer fail.
-    QBuffer readOnly;
-    readOnly.open(QIODevice::ReadOnly);
-    QTest::ignoreMessage(QtWarningMsg, "QIODevice::write (QBuffer): ReadOnly device");
-    QTest::ignoreMessage(QtDebugMsg, "Fail to write Canonical XML.");
-    QVERIFY(!RKXMLBuilder::saveCanonicalXML(sampleDocument(), &readOnly, 4));
-}
-
-void TestXMLBuilder::escape_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("all specials") << QStringLiteral("a<b & 'c'") << QStringLiteral("a&lt;b &amp; &apos;c&apos;");
-    QTest::newRow("entity text is escaped once") << QStringLiteral("&lt;\"x\">") << QStringLiteral("&amp;lt;&quot;x&quot;&gt;");
-    QTest::newRow("plain") << QStringLiteral("abc") << QStringLiteral("abc");
-    QTest::newRow("empty") << QString() << QString();
-}
-
-void TestXMLBuilder::escape()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, expected);
-    QCOMPARE(RKXMLBuilder::escape(text), expected);
-}
-
-void TestXMLBuilder::saveLeft_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("maxLength");
-    QTest::addColumn<QString>("expected");
-    const QString quoted = QStringLiteral("a\"b");
-    QTest::newRow("quote weighs 7, limit 8") << quoted << 8 << QStringLiteral("a\"");
-    QTest::newRow("quote weighs 7, limit 9") << quoted << 9 << quoted;
-    QTest::newRow("quote does not fit") << quoted << 7 << QStringLiteral("a");
-    QTest::newRow("negative limit") << quoted << -1 << QString();
-    QTest::newRow("zero limit") << quoted << 0 << QString();
-    QTest::newRow("empty text") << QString() << 10 << QString();
-    QTest::newRow("ampersand weighs 5") << QStringLiteral("&&") << 9 << QStringLiteral("&");
-    QTest::newRow("less-than weighs 4") << QStringLiteral("<<x") << 9 << QStringLiteral("<<x");
-    QTest::newRow("plain greater-than weighs 1") << QStringLiteral("a>b") << 3 << QStringLiteral("a>b");
-    QTest::newRow("greater-than after ]] weighs 4") << QStringLiteral("]]>") << 5 << QStringLiteral("]]");
-    QTest::newRow("greater-than after ]] fits") << QStringLiteral("]]>") << 6 << QStringLiteral("]]>");
-    QTest::newRow("stops at first misfit") << QStringLiteral("ab&c") << 4 << QStringLiteral("ab");
-}
-
-void TestXMLBuilder::saveLeft()
-{
-    QFETCH(QString, text);
-    QFETCH(int, maxLength);
-    QFETCH(QString, expected);
-    QCOMPARE(RKXMLBuilder::saveLeft(text, maxLength), expected);
-}
-
-void TestXMLBuilder::backupNames_data()
-{
-    QTest::addColumn<QByteArray>("previous");
-    QTest::addColumn<bool>("existing");
-    QTest::addColumn<QString>("suffix");
-    QTest::addColumn<bool>("olderBackup");
-    QTest::newRow("non-empty file gets ~") << QByteArray("<old/>") << true << QStringLiteral("~") << false;
-    QTest::newRow("empty file gets .bak") << QByteArray() << true << QStringLiteral(".bak") << false;
-    QTest::newRow("older ~ backup is replaced") << QByteArray("<old>2</old>") << true << QStringLiteral("~") << true;
-    QTest::newRow("older .bak backup is replaced") << QByteArray() << true << QStringLiteral(".bak") << true;
-    QTest::newRow("no previous file, no backup") << QByteArray() << false << QString() << false;
-}
-
-void TestXMLBuilder::backupNames()
-{
-    QFETCH(QByteArray, previous);
-    QFETCH(bool, existing);
-    QFETCH(QString, suffix);
-    QFETCH(bool, olderBackup);
-    const QString target = path(QStringLiteral("config.xml"));
-    if (existing)
-        writeFile(target, previous);
-    if (olderBackup)
-        writeFile(target + suffix, "<older/>");
-
-    RKErrorHistory history;
-    const QDomDocument document = sampleDocument();
-    QVERIFY(RKXMLBuilder::saveUTF8(document, QFileInfo(target), &history));
-    QVERIFY(history.isEmpty());
-    QCOMPARE(QString::fromUtf8(readFile(target)), RKXMLBuilder::toString(document, 4));
-    if (existing)
-        QCOMPARE(readFile(target + suffix), previous);
-    const QString otherSuffix = suffix == QStringLiteral("~") ? QStringLiteral(".bak") : QStringLiteral("~");
-    QVERIFY(!QFileInfo::exists(target + otherSuffix));
-    if (!existing) {
-        QVERIFY(!QFileInfo::exists(target + QStringLiteral("~")));
-        QVERIFY(!QFileInfo::exists(target + QStringLiteral(".bak")));
+    void init()
+    {
+        delete myDir;
+        myDir = new QTemporaryDir();
+        QVERIFY(myDir->isValid());
+        RKPlatformIndependent::instance().setAllowsInPlaceWriteFallback(false);
     }
-    QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
 
-    // A second save moves the first save's file to the backup.
-    QVERIFY(RKXMLBuilder::saveUTF8(sampleDocument(QStringLiteral("second")), QFileInfo(target), &history));
-    QCOMPARE(QString::fromUtf8(readFile(target + QStringLiteral("~"))), RKXMLBuilder::toString(document, 4));
-}
+    void attributesAreSortedByCodeUnit()
+    {
+        const QDomDocument document = parse(QStringLiteral("<r b=\"1\" A=\"2\" a=\"3\" _x=\"4\" Z=\"5\" vako:c=\"6\"><c z=\"1\" y=\"2\"/></r>"));
+        const QString text = RKXMLBuilder::toString(document, 4);
+        // UTF-16 order: upper case, then "_", then lower case; a prefixed name sorts by its whole text.
+        QVERIFY2(text.contains(QStringLiteral("<r A=\"2\" Z=\"5\" _x=\"4\" a=\"3\" b=\"1\" vako:c=\"6\">")), qPrintable(text));
+        QVERIFY2(text.contains(QStringLiteral("<c y=\"2\" z=\"1\"/>")), qPrintable(text));
+        // Same content in another order gives the same bytes.
+        const QDomDocument shuffled = parse(QStringLiteral("<r vako:c=\"6\" a=\"3\" Z=\"5\" b=\"1\" _x=\"4\" A=\"2\"><c y=\"2\" z=\"1\"/></r>"));
+        QCOMPARE(RKXMLBuilder::toString(shuffled, 4), text);
+    }
 
-void TestXMLBuilder::saveNotifiesThePlatform()
-{
-    QSignalSpy spy(&RKPlatformIndependent::instance(), &RKPlatformIndependent::fileWritten);
-    const QString target = path(QStringLiteral("n.xml"));
-    QVERIFY(RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(target), nullptr));
-    QCOMPARE(spy.count(), 1);
-    QCOMPARE(spy.at(0).at(0).toString(), QFileInfo(target).absoluteFilePath());
-}
+    void nodesBeforeTheRootAreReplacedByTheDeclaration()
+    {
+        const QDomDocument document = parse(QStringLiteral(
+            "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><!DOCTYPE r><?xml-stylesheet href=\"a.css\"?><!--before-->"
+            "<r><!--inside--><?hint x?><![CDATA[a < b]]>t&amp;x</r><!--after-->"));
+        QVERIFY(!document.isNull());
+        const QString text = RKXMLBuilder::toString(document, 2);
+        QVERIFY2(text.startsWith(QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<r>")), qPrintable(text));
+        QCOMPARE(text.count(QStringLiteral("<?")), 1);
+        for (const char* dropped : {"before", "DOCTYPE", "hint"})
+            QVERIFY2(!text.contains(QLatin1String(dropped)), dropped);
+        // Content inside the root and siblings after it are written.
+        for (const char* kept : {"<!--inside-->", "<![CDATA[a < b]]>", "t&amp;x", "<!--after-->"})
+            QVERIFY2(text.contains(QLatin1String(kept)), kept);
+    }
 
-void TestXMLBuilder::isProbablyXML_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<bool>("expected");
-    const QByteArray declaration("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
-    QTest::newRow("closed root") << declaration + "<svg width=\"1\">\n<g/>\n</svg>\n" << true;
-    QTest::newRow("self-closing root") << QByteArray("<root/>") << true;
-    QTest::newRow("comment before root") << QByteArray("<!-- c --><a>x</a>") << true;
-    QTest::newRow("empty") << QByteArray() << false;
-    QTest::newRow("only declaration") << declaration << false;
-    QTest::newRow("truncated") << declaration + "<svg width=\"1\">\n<text>abc" << false;
-    QTest::newRow("closed by another name") << QByteArray("<svg>text</other>") << false;
-    QTest::newRow("name without end in head") << QByteArray("<") + QByteArray(120, 'n') + "></n>" << false;
-    QTest::newRow("tag after 100 bytes") << QByteArray(100, ' ') + "<a></a>" << false;
-    QByteArray longBody = declaration + "<doc>";
-    for (int i = 0; i < 2000; ++i)
-        longBody += "<item n=\"" + QByteArray::number(i) + "\">text</item>\n";
-    QTest::newRow("large file closed") << longBody + "</doc>\n\n   " << true;
-    // The tail "...text</item>" holds neither "/doc" nor "/>": truncation is noticed.
-    QTest::newRow("large file truncated") << longBody << false;
-}
+    void indentationFollowsTheArgument()
+    {
+        const QDomDocument document = parse(QStringLiteral("<a><b><c/></b></a>"));
+        QVERIFY(RKXMLBuilder::toString(document, 4).contains(QStringLiteral("\n        <c/>")));
+        QVERIFY(RKXMLBuilder::toString(document, 1).contains(QStringLiteral("\n  <c/>")));
+    }
 
-void TestXMLBuilder::isProbablyXML()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(bool, expected);
-    const QString file = path(QStringLiteral("probe.xml"));
-    writeFile(file, content);
-    QFile probe(file);
-    QCOMPARE(RKXMLBuilder::isProbablyXML(&probe), expected);
-    QVERIFY(!probe.isOpen());
-}
+    void fixtureSurvivesReadWriteRead()
+    {
+        const QDomDocument original = RKXMLLoader::loadDocument(testDataPath(QStringLiteral("foundation/calendar_page.svg")));
+        QVERIFY(!original.isNull());
+        const QString first = RKXMLBuilder::toString(original, 4);
+        QVERIFY(first.contains(QStringLiteral("xmlns:vako=\"http://example.invalid/vako\"")));
+        QVERIFY(first.contains(QStringLiteral("<rect class=\"day_empty\" height=\"200\" vako:cal=\"day_2\" width=\"250\" x=\"350\" y=\"400\"/>")));
 
-void TestXMLBuilder::unverifiableOutputKeepsTheOldFile()
-{
-    // A long comment after the root pushes the closing tag out of the last 50 bytes: the check
-    // rejects the written file and the previous content must stay where it was.
-    QDomDocument document = sampleDocument();
-    document.appendChild(document.createComment(QStringLiteral("trailing remark that is longer than fifty characters in total")));
-    const QString target = path(QStringLiteral("keep.xml"));
-    writeFile(target, "<previous>ok</previous>");
-    RKErrorHistory history;
-    QVERIFY(!RKXMLBuilder::saveUTF8(document, QFileInfo(target), &history));
-    QCOMPARE(readFile(target), QByteArray("<previous>ok</previous>"));
-    QVERIFY(!QFileInfo::exists(target + QStringLiteral("~")));
-    QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
-}
+        const QDomDocument reread = RKXMLLoader::parse(first.toUtf8(), QStringLiteral("first save"));
+        QVERIFY(!reread.isNull());
+        QCOMPARE(describeFromRoot(reread), describeFromRoot(original));
+        QVERIFY(describeFromRoot(original).contains(QString::fromUtf8("Neujahr — ü ß 元旦")));
+        // Canonical: writing what was read back gives the same bytes.
+        QCOMPARE(RKXMLBuilder::toString(reread, 4), first);
 
-void TestXMLBuilder::faultReadOnlyDirectory()
-{
-    // Root ignores permission bits, so when the tests run as root the save runs in a child
-    // process that has given up root for the unprivileged "nobody" account.
-    const QString dir = path(QStringLiteral("readonly"));
-    QVERIFY(QDir().mkpath(dir));
-    const QString target = dir + QStringLiteral("/locked.xml");
-    writeFile(target, "<locked>1</locked>");
-    QVERIFY(::chmod(QFile::encodeName(myDir->path()).constData(), 0755) == 0);
-    QVERIFY(::chmod(QFile::encodeName(dir).constData(), 0555) == 0);
-
-    auto attempt = [&target]() -> int {
+        // Through a real file as well.
         RKErrorHistory history;
-        const bool saved = RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(target), &history);
-        if (saved)
-            return 1;
-        if (!history.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess))
-            return 2;
-        return 0;
-    };
-
-    int outcome = -1;
-    if (::geteuid() == 0) {
-        const pid_t child = ::fork();
-        QVERIFY(child >= 0);
-        if (child == 0) {
-            if (::setgid(65534) != 0 || ::setuid(65534) != 0)
-                ::_exit(3);
-            ::_exit(attempt());
-        }
-        int status = 0;
-        QCOMPARE(::waitpid(child, &status, 0), child);
-        QVERIFY(WIFEXITED(status));
-        outcome = WEXITSTATUS(status);
-    } else {
-        outcome = attempt();
+        const QFileInfo target(path(QStringLiteral("page.svg")));
+        QVERIFY(RKXMLBuilder::saveUTF8(original, target, &history));
+        QVERIFY(history.isEmpty());
+        QCOMPARE(QString::fromUtf8(readFile(target.absoluteFilePath())), first);
     }
-    ::chmod(QFile::encodeName(dir).constData(), 0755);
-    QCOMPARE(outcome, 0);
-    QCOMPARE(readFile(target), QByteArray("<locked>1</locked>"));
-    QCOMPARE(QDir(dir).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList() << QStringLiteral("locked.xml"));
-}
 
-void TestXMLBuilder::faultParentIsAFile()
-{
-    // A path that continues past a regular file is written directly (no backup) and cannot be opened.
-    const QString pack = path(QStringLiteral("pack.rkm"));
-    writeFile(pack, "packed bytes");
-    const QString target = pack + QStringLiteral("/cards/a.xml");
-    RKErrorHistory history;
-    QVERIFY(!RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(target), &history));
-    QVERIFY(history.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess));
-    QCOMPARE(readFile(pack), QByteArray("packed bytes"));
-}
+    void toStringStopsAtWriterOutput()
+    {
+        QDomDocument empty;
+        QCOMPARE(RKXMLBuilder::toString(empty, 4), QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"));
+        QVERIFY(!RKXMLBuilder::saveCanonicalXML(empty, nullptr, 4));
 
-void TestXMLBuilder::faultBackupCannotBeRemoved()
-{
-    const QString target = path(QStringLiteral("doc.xml"));
-    writeFile(target, "<doc>precious</doc>");
-    const QString backup = target + QStringLiteral("~");
-    QVERIFY(QDir().mkpath(backup + QStringLiteral("/inner")));
-    writeFile(backup + QStringLiteral("/inner/file"), "x");
+        // A device that refuses writes makes the writer fail.
+        QBuffer readOnly;
+        readOnly.open(QIODevice::ReadOnly);
+        QTest::ignoreMessage(QtWarningMsg, "QIODevice::write (QBuffer): ReadOnly device");
+        QTest::ignoreMessage(QtDebugMsg, "Fail to write Canonical XML.");
+        QVERIFY(!RKXMLBuilder::saveCanonicalXML(sampleDocument(), &readOnly, 4));
+    }
 
-    RKErrorHistory history;
-    QVERIFY(!RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(target), &history));
-    QVERIFY(history.contains(RKErrorEvent::CouldNotDeleteFile));
-    QVERIFY(!history.contains(RKErrorEvent::CouldNotRenameFile));
-    QCOMPARE(readFile(target), QByteArray("<doc>precious</doc>"));
-    QVERIFY(QFileInfo(backup + QStringLiteral("/inner/file")).exists());
-    QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
-}
+    void escape()
+    {
+        QCOMPARE(RKXMLBuilder::escape(QStringLiteral("a<b & 'c'")), QStringLiteral("a&lt;b &amp; &apos;c&apos;"));
+        // Entity-looking text is escaped once more, not left alone.
+        QCOMPARE(RKXMLBuilder::escape(QStringLiteral("&lt;\"x\">")), QStringLiteral("&amp;lt;&quot;x&quot;&gt;"));
+        QVERIFY(RKXMLBuilder::escape(QString()).isEmpty());
+    }
 
-void TestXMLBuilder::faultBackupCannotBeRemovedWithInPlaceFallback()
-{
-    const QString target = path(QStringLiteral("doc.xml"));
-    writeFile(target, "<doc>old</doc>");
-    QVERIFY(QDir().mkpath(target + QStringLiteral("~/inner")));
-    RKPlatformIndependent::instance().setAllowsInPlaceWriteFallback(true);
-    RKErrorHistory history;
-    const QDomDocument document = sampleDocument();
-    const bool saved = RKXMLBuilder::saveUTF8(document, QFileInfo(target), &history);
-    RKPlatformIndependent::instance().setAllowsInPlaceWriteFallback(false);
-    QVERIFY(saved);
-    QVERIFY(history.contains(RKErrorEvent::CouldNotDeleteFile));
-    QCOMPARE(QString::fromUtf8(readFile(target)), RKXMLBuilder::toString(document, 4));
-    QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
-}
+    void saveLeft_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("maxLength");
+        QTest::addColumn<QString>("expected");
+        const QString quoted = QStringLiteral("a\"b");
+        QTest::newRow("quote weighs 7, limit 8") << quoted << 8 << QStringLiteral("a\"");
+        QTest::newRow("quote weighs 7, limit 9") << quoted << 9 << quoted;
+        QTest::newRow("quote does not fit") << quoted << 7 << QStringLiteral("a");
+        QTest::newRow("negative limit") << quoted << -1 << QString();
+        QTest::newRow("zero limit") << quoted << 0 << QString();
+        QTest::newRow("empty text") << QString() << 10 << QString();
+        QTest::newRow("ampersand weighs 5") << QStringLiteral("&&") << 9 << QStringLiteral("&");
+        QTest::newRow("less-than weighs 4") << QStringLiteral("<<x") << 9 << QStringLiteral("<<x");
+        QTest::newRow("plain greater-than weighs 1") << QStringLiteral("a>b") << 3 << QStringLiteral("a>b");
+        QTest::newRow("greater-than after ]] weighs 4") << QStringLiteral("]]>") << 5 << QStringLiteral("]]");
+        QTest::newRow("greater-than after ]] fits") << QStringLiteral("]]>") << 6 << QStringLiteral("]]>");
+        QTest::newRow("stops at first misfit") << QStringLiteral("ab&c") << 4 << QStringLiteral("ab");
+    }
 
-void TestXMLBuilder::faultFullDevice()
-{
-    if (!QFileInfo::exists(QStringLiteral("/dev/full")))
-        QSKIP("no /dev/full on this system");
-    // Large enough to overflow any write buffer, and small: the failure shows at write or at flush.
-    QDomDocument document = sampleDocument();
-    QDomElement root = document.documentElement();
-    for (int i = 0; i < 3000; ++i)
-        RKXMLBuilder::buildDomElement(root, QStringLiteral("row"), QStringLiteral("n"), QString::number(i));
-    QFile full(QStringLiteral("/dev/full"));
-    RKErrorHistory history;
-    QTest::ignoreMessage(QtDebugMsg, "Fail to write Canonical XML.");
-    QVERIFY(!RKXMLBuilder::tryToSaveToTempFile(document, &full, &history));
-    QVERIFY(history.contains(RKErrorEvent::SavingFailed));
-    const RKErrorEvent event = history.events().constLast();
-    QCOMPARE(event.type(), 4194304);
-    QCOMPARE(event.text(), QStringLiteral("saving failed"));
-    QCOMPARE(event.index(), -1);
+    void saveLeft()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, maxLength);
+        QFETCH(QString, expected);
+        QCOMPARE(RKXMLBuilder::saveLeft(text, maxLength), expected);
+    }
 
-    // A small document stays in the buffer until the flush, which must be noticed as well.
-    RKErrorHistory small;
-    QFile fullAgain(QStringLiteral("/dev/full"));
-    QVERIFY(!RKXMLBuilder::tryToSaveToTempFile(sampleDocument(), &fullAgain, &small));
-    QVERIFY(small.contains(RKErrorEvent::SavingFailed));
-}
+    void backupNames_data()
+    {
+        QTest::addColumn<QByteArray>("previous");
+        QTest::addColumn<bool>("existing");
+        QTest::addColumn<QString>("suffix");
+        QTest::addColumn<bool>("olderBackup");
+        QTest::newRow("non-empty file gets ~") << QByteArray("<old/>") << true << QStringLiteral("~") << false;
+        QTest::newRow("empty file gets .bak") << QByteArray() << true << QStringLiteral(".bak") << false;
+        QTest::newRow("older ~ backup is replaced") << QByteArray("<old>2</old>") << true << QStringLiteral("~") << true;
+        QTest::newRow("older .bak backup is replaced") << QByteArray() << true << QStringLiteral(".bak") << true;
+        QTest::newRow("no previous file, no backup") << QByteArray() << false << QStringLiteral("~") << false;
+    }
 
-void TestXMLBuilder::faultTargetIsADirectory()
-{
-    const QString target = path(QStringLiteral("folder.xml"));
-    QVERIFY(QDir().mkpath(target));
-    writeFile(target + QStringLiteral("/keep.txt"), "inside");
-    RKErrorHistory history;
-    QVERIFY(!RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(target), &history));
-    QVERIFY(history.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess));
-    QVERIFY(QFileInfo(target).isDir());
-    QCOMPARE(readFile(target + QStringLiteral("/keep.txt")), QByteArray("inside"));
-    QVERIFY(!QFileInfo::exists(target + QStringLiteral("~")));
-    QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
+    void backupNames()
+    {
+        QFETCH(QByteArray, previous);
+        QFETCH(bool, existing);
+        QFETCH(QString, suffix);
+        QFETCH(bool, olderBackup);
+        const QString target = path(QStringLiteral("config.xml"));
+        if (existing)
+            writeFile(target, previous);
+        if (olderBackup)
+            writeFile(target + suffix, "<older/>");
 
-    // The step on its own: a temporary file cannot be renamed over a directory either.
-    QFile temporary(path(QStringLiteral("temp.xml")));
-    QVERIFY(temporary.open(QIODevice::WriteOnly));
-    temporary.write("<a/>");
-    temporary.close();
-    RKErrorHistory stepHistory;
-    QVERIFY(!RKXMLBuilder::tryToCopyTempFileToRealFile(QFileInfo(target), &temporary, &stepHistory));
-    QVERIFY(stepHistory.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess));
-    QCOMPARE(readFile(target + QStringLiteral("/keep.txt")), QByteArray("inside"));
-}
+        QSignalSpy written(&RKPlatformIndependent::instance(), &RKPlatformIndependent::fileWritten);
+        RKErrorHistory history;
+        const QDomDocument document = sampleDocument();
+        QVERIFY(RKXMLBuilder::saveUTF8(document, QFileInfo(target), &history));
+        QVERIFY(history.isEmpty());
+        QCOMPARE(QString::fromUtf8(readFile(target)), RKXMLBuilder::toString(document, 4));
+        if (existing)
+            QCOMPARE(readFile(target + suffix), previous);
+        const QString otherSuffix = suffix == QStringLiteral("~") ? QStringLiteral(".bak") : QStringLiteral("~");
+        QVERIFY(!QFileInfo::exists(target + otherSuffix));
+        QVERIFY(existing || !QFileInfo::exists(target + suffix));
+        QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
+
+        // A second save moves the first save's file to the backup.
+        QVERIFY(RKXMLBuilder::saveUTF8(sampleDocument(QStringLiteral("second")), QFileInfo(target), &history));
+        QCOMPARE(QString::fromUtf8(readFile(target + QStringLiteral("~"))), RKXMLBuilder::toString(document, 4));
+        // Every save tells the platform which file it wrote.
+        QCOMPARE(written.count(), 2);
+        QCOMPARE(written.at(0).at(0).toString(), QFileInfo(target).absoluteFilePath());
+    }
+
+    void isProbablyXML_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<bool>("expected");
+        const QByteArray declaration("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
+        QTest::newRow("closed root") << declaration + "<svg width=\"1\">\n<g/>\n</svg>\n" << true;
+        QTest::newRow("self-closing root") << QByteArray("<root/>") << true;
+        QTest::newRow("comment before root") << QByteArray("<!-- c --><a>x</a>") << true;
+        QTest::newRow("empty") << QByteArray() << false;
+        QTest::newRow("only declaration") << declaration << false;
+        QTest::newRow("truncated") << declaration + "<svg width=\"1\">\n<text>abc" << false;
+        QTest::newRow("closed by another name") << QByteArray("<svg>text</other>") << false;
+        QTest::newRow("name without end in head") << QByteArray("<") + QByteArray(120, 'n') + "></n>" << false;
+        QTest::newRow("tag after 100 bytes") << QByteArray(100, ' ') + "<a></a>" << false;
+        QByteArray longBody = declaration + "<doc>";
+        for (int i = 0; i < 2000; ++i)
+            longBody += "<item n=\"" + QByteArray::number(i) + "\">text</item>\n";
+        QTest::newRow("large file closed") << longBody + "</doc>\n\n   " << true;
+        // The tail "...text</item>" holds neither "/doc" nor "/>": truncation is noticed.
+        QTest::newRow("large file truncated") << longBody << false;
+    }
+
+    void isProbablyXML()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(bool, expected);
+        const QString file = path(QStringLiteral("probe.xml"));
+        writeFile(file, content);
+        QFile probe(file);
+        QCOMPARE(RKXMLBuilder::isProbablyXML(&probe), expected);
+        QVERIFY(!probe.isOpen());
+    }
+
+    void unverifiableOutputKeepsTheOldFile()
+    {
+        // A long comment after the root pushes the closing tag out of the last 50 bytes: the check
+        // rejects the written file and the previous content must stay where it was.
+        QDomDocument document = sampleDocument();
+        document.appendChild(document.createComment(QStringLiteral("trailing remark that is longer than fifty characters in total")));
+        const QString target = path(QStringLiteral("keep.xml"));
+        writeFile(target, "<previous>ok</previous>");
+        RKErrorHistory history;
+        QVERIFY(!RKXMLBuilder::saveUTF8(document, QFileInfo(target), &history));
+        QCOMPARE(readFile(target), QByteArray("<previous>ok</previous>"));
+        QVERIFY(!QFileInfo::exists(target + QStringLiteral("~")));
+        QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
+    }
+
+    void faultReadOnlyDirectory()
+    {
+        // Root ignores permission bits, so when the tests run as root the save runs in a child
+        // process that has given up root for the unprivileged "nobody" account.
+        const QString dir = path(QStringLiteral("readonly"));
+        QVERIFY(QDir().mkpath(dir));
+        const QString target = dir + QStringLiteral("/locked.xml");
+        writeFile(target, "<locked>1</locked>");
+        QVERIFY(::chmod(QFile::encodeName(myDir->path()).constData(), 0755) == 0);
+        QVERIFY(::chmod(QFile::encodeName(dir).constData(), 0555) == 0);
+
+        // 0: refused with the right diagnosis, 1: saved anyway, 2: refused for another reason.
+        auto attempt = [&target]() -> int {
+            RKErrorHistory history;
+            if (RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(target), &history))
+                return 1;
+            return history.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess) ? 0 : 2;
+        };
+
+        int outcome = ::geteuid() == 0 ? -1 : attempt();
+        if (outcome < 0) {
+            const pid_t child = ::fork();
+            QVERIFY(child >= 0);
+            if (child == 0) {
+                if (::setgid(65534) != 0 || ::setuid(65534) != 0)
+                    ::_exit(3);
+                ::_exit(attempt());
+            }
+            int status = 0;
+            QCOMPARE(::waitpid(child, &status, 0), child);
+            QVERIFY(WIFEXITED(status));
+            outcome = WEXITSTATUS(status);
+        }
+        ::chmod(QFile::encodeName(dir).constData(), 0755);
+        QCOMPARE(outcome, 0);
+        QCOMPARE(readFile(target), QByteArray("<locked>1</locked>"));
+        QCOMPARE(QDir(dir).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList() << QStringLiteral("locked.xml"));
+    }
+
+    void faultBackupCannotBeRemoved_data()
+    {
+        QTest::addColumn<bool>("inPlaceFallback");
+        QTest::newRow("old file kept") << false;
+        QTest::newRow("written in place") << true;
+    }
+    void faultBackupCannotBeRemoved()
+    {
+        QFETCH(bool, inPlaceFallback);
+        const QString target = path(QStringLiteral("doc.xml"));
+        writeFile(target, "<doc>precious</doc>");
+        QVERIFY(QDir().mkpath(target + QStringLiteral("~/inner")));
+        writeFile(target + QStringLiteral("~/inner/file"), "x");
+        RKPlatformIndependent::instance().setAllowsInPlaceWriteFallback(inPlaceFallback);
+        RKErrorHistory history;
+        QCOMPARE(RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(target), &history), inPlaceFallback);
+        RKPlatformIndependent::instance().setAllowsInPlaceWriteFallback(false);
+        QVERIFY(history.contains(RKErrorEvent::CouldNotDeleteFile));
+        QVERIFY(!history.contains(RKErrorEvent::CouldNotRenameFile));
+        QCOMPARE(readFile(target), inPlaceFallback ? RKXMLBuilder::toString(sampleDocument(), 4).toUtf8() : QByteArray("<doc>precious</doc>"));
+        QVERIFY(QFileInfo(target + QStringLiteral("~/inner/file")).exists());
+        QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
+    }
+
+    void faultFullDevice()
+    {
+        if (!QFileInfo::exists(QStringLiteral("/dev/full")))
+            QSKIP("no /dev/full on this system");
+        // Large enough to overflow any write buffer, and small: the failure shows at write or at flush.
+        QDomDocument document = sampleDocument();
+        QDomElement root = document.documentElement();
+        for (int i = 0; i < 3000; ++i)
+            RKXMLBuilder::buildDomElement(root, QStringLiteral("row"), QStringLiteral("n"), QString::number(i));
+        QFile full(QStringLiteral("/dev/full"));
+        RKErrorHistory history;
+        QTest::ignoreMessage(QtDebugMsg, "Fail to write Canonical XML.");
+        QVERIFY(!RKXMLBuilder::tryToSaveToTempFile(document, &full, &history));
+        QVERIFY(history.contains(RKErrorEvent::SavingFailed));
+        const RKErrorEvent event = history.events().constLast();
+        QCOMPARE(event.type(), 4194304);
+        QCOMPARE(event.text(), QStringLiteral("saving failed"));
+        QCOMPARE(event.index(), -1);
+
+        // A small document stays in the buffer until the flush, which must be noticed as well.
+        RKErrorHistory small;
+        QFile fullAgain(QStringLiteral("/dev/full"));
+        QVERIFY(!RKXMLBuilder::tryToSaveToTempFile(sampleDocument(), &fullAgain, &small));
+        QVERIFY(small.contains(RKErrorEvent::SavingFailed));
+    }
+
+    void faultUnopenableTarget_data()
+    {
+        QTest::addColumn<QString>("blocker");
+        QTest::addColumn<QString>("target");
+        // A path that continues past a regular file is written directly (no backup) and cannot be opened.
+        QTest::newRow("parent is a file") << QStringLiteral("pack.rkm") << QStringLiteral("pack.rkm/cards/a.xml");
+        QTest::newRow("target is a directory") << QStringLiteral("folder.xml/keep.txt") << QStringLiteral("folder.xml");
+    }
+    void faultUnopenableTarget()
+    {
+        QFETCH(QString, blocker);
+        QFETCH(QString, target);
+        QVERIFY(QDir().mkpath(QFileInfo(path(blocker)).absolutePath()));
+        writeFile(path(blocker), "inside");
+        RKErrorHistory history;
+        QVERIFY(!RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(path(target)), &history));
+        QVERIFY(history.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess));
+        QCOMPARE(readFile(path(blocker)), QByteArray("inside"));
+        QVERIFY(!QFileInfo::exists(path(target) + QStringLiteral("~")));
+        QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
+        if (!QFileInfo(path(target)).isDir())
+            return;
+        // The step on its own: a temporary file cannot be renamed over a directory either.
+        QFile temporary(path(QStringLiteral("temp.xml")));
+        QVERIFY(temporary.open(QIODevice::WriteOnly) && temporary.write("<a/>") == 4);
+        temporary.close();
+        RKErrorHistory stepHistory;
+        QVERIFY(!RKXMLBuilder::tryToCopyTempFileToRealFile(QFileInfo(path(target)), &temporary, &stepHistory));
+        QVERIFY(stepHistory.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess));
+        QCOMPARE(readFile(path(blocker)), QByteArray("inside"));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestXMLBuilder)
 #include "test_xmlbuilder.moc"
