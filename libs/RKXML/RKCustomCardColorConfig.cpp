@@ -24,10 +24,9 @@ RKCustomCardColorConfig::RKCustomCardColorConfig()
 RKNamedColorList RKCustomCardColorConfig::parseColors() const
 {
     RKNamedColorList colors;
-    const QDomElement root = RKXMLLoader::loadDocumentElement(RKDirectoryConfig::instance().resource(str_COLORS_FILE));
-    if (root.isNull())
-        return colors;
-    const QDomNodeList elements = root.ownerDocument().elementsByTagName(str_COLOR_ELEMENT);
+    // The document itself is kept alive: elements alone lose their owner document.
+    const QDomDocument document = RKXMLLoader::loadDocument(RKDirectoryConfig::instance().resource(str_COLORS_FILE));
+    const QDomNodeList elements = document.elementsByTagName(str_COLOR_ELEMENT);
     for (int i = 0; i < elements.size(); ++i) {
         const QDomElement element = elements.at(i).toElement();
         const QString rgb = element.attribute(str_RGB);
