@@ -64,8 +64,8 @@ public:
     QHash<QString, QString> disAssembleStyle(const QString& style) const;
 
 private:
-    struct Rule;
-    QVector<Rule> rules() const;
+    struct RuleSet;
+    RuleSet rules() const;
 
     void extractRecursively(const QDomElement& element);
     void extractAttribute(const QDomElement& element, const QString& name);
@@ -73,9 +73,10 @@ private:
     void replaceColorInAttribute(QDomElement* element, const QString& name) const;
     void replaceColorsInStyleAttribute(QDomElement* element) const;
 
-    void replaceColors(QDomElement* element, const QVector<Rule>& rules) const;
-    static void replaceColorInAttribute(QDomElement* element, const QString& name, const QVector<Rule>& rules);
-    static void replaceColorsInStyleAttribute(QDomElement* element, const QVector<Rule>& rules);
+    void replaceColors(QDomElement* element, const RuleSet& rules) const;
+    static void replaceColorInAttribute(QDomElement* element, const QString& name, const RuleSet& rules);
+    static void replaceColorsInStyleAttribute(QDomElement* element, const RuleSet& rules);
+    static bool replaceColorsInNormalizedStyle(QDomElement* element, const QString& style, const RuleSet& rules);
 
     QMap<quint32, QColor> myReplacements;
 };
