@@ -152,13 +152,19 @@ void TestColorReplacement::applyStyle()
         "<svg><stop id=\"a\" style=\"stop-color:#FF0000; stop-opacity:1;font-size:3px\"/>"
         "<rect id=\"b\" style=\" fill : #00ff00 ;stroke:#ff0000;;broken\"/>"
         "<rect id=\"c\" style=\"font-family:'#ff0000'; fill:red\"/>"
-        "<rect id=\"d\" style=\"flood-color:#ff0000\"/></svg>"));
+        "<rect id=\"d\" style=\"flood-color:#ff0000\"/>"
+        "<rect id=\"e\" style=\"fill:#00FF00;stroke:#abcdef;font-family:x#00ff00\"/>"
+        "<rect id=\"f\" style=\"fill:#00ff00;\"/><rect id=\"g\" style=\"fill:#00ff00;stroke:#ff0000;stroke-opacity:1\"/></svg>"));
     instructions.apply(document);
     QCOMPARE(byId(document, "a").attribute("style"), QStringLiteral("stop-color:#0000ff;stop-opacity:0.501961;font-size:3px"));
     QCOMPARE(byId(document, "b").attribute("style"), QStringLiteral("fill:#112233;stroke:#0000ff;stroke-opacity:0.501961"));
     // Not a colour property, and no replacement at all: the style stays as written.
     QCOMPARE(byId(document, "c").attribute("style"), QStringLiteral("font-family:'#ff0000'; fill:red"));
     QCOMPARE(byId(document, "d").attribute("style"), QStringLiteral("flood-color:#0000ff;flood-opacity:0.501961"));
+    // Already in joined form: only the colour properties change, in place.
+    QCOMPARE(byId(document, "e").attribute("style"), QStringLiteral("fill:#112233;stroke:#abcdef;font-family:x#00ff00"));
+    QCOMPARE(byId(document, "f").attribute("style"), QStringLiteral("fill:#112233"));
+    QCOMPARE(byId(document, "g").attribute("style"), QStringLiteral("fill:#112233;stroke:#0000ff;stroke-opacity:0.501961"));
 
     const QHash<QString, QString> split = instructions.disAssembleStyle(QStringLiteral(" fill : #00ff00 ;stroke:a:b;;x"));
     QCOMPARE(split.size(), 2);
