@@ -306,16 +306,19 @@ void RKColorReplacementInstructions::replaceColors(QDomElement* element, const R
 void RKColorReplacementInstructions::replaceColorInAttribute(QDomElement* element, const QString& name,
     const RuleSet& rules)
 {
-    const QString original = element->attribute(name);
-    if (original.isEmpty())
+    // Through the attribute node: one look-up for reading and writing.
+    QDomAttr attribute = element->attributeNode(name);
+    if (attribute.isNull())
         return;
-    QString value = original;
+    QString value = attribute.value();
+    if (value.isEmpty())
+        return;
     bool changed = false;
     const auto* applied = replaceFirstMatch(&value, 0, value.size(), rules, &changed);
     if (!applied)
         return;
     if (changed)
-        element->setAttribute(name, value);
+        attribute.setValue(value);
     if (!applied->opacity.isEmpty())
         element->setAttribute(name + str_OPACITY_SUFFIX, applied->opacity);
 }
