@@ -3,8 +3,13 @@
 #include <RKLogger.h>
 #include <RKProjectIdentifier.h>
 #include <RKProjectIdentifierRegistry.h>
+#include <RKRelativePinAnchorPoint.h>
+#include <RKTemplateSVGMetaDataElement.h>
 
 #include <QDomDocument>
+
+#include <limits>
+
 
 namespace {
 
@@ -28,6 +33,7 @@ QStringList logLines()
 
 }
 
+// Project identifiers, and the small values saved with templates: pin anchors and metadata words.
 class TestProjectIdentifier : public QObject
 {
     Q_OBJECT
@@ -39,95 +45,41 @@ private slots:
         qputenv("RKXML_PROGRAM_DATA_DIR", QByteArray());
     }
 
-    void defaultIsInvalidAndNotFinal()
+    void identifiersAreCreatedOrRead()
     {
-        const RKProjectIdentifier id;
-        QVERIFY(!id.isValid());
-        QVERIFY(!id.isFinal());
-        QCOMPARE(id.projectID(), QString());
-    }
-
-    void createdIdentifiersAreNewValidAndNotFinal()
-    {
-        const RKProjectIdentifier a = RKProjectIdentifier::create();
-        const RKProjectIdentifier b = RKProjectIdentifier::create();
-        QVERIFY(a.isValid());
-        QVERIFY(!a.isFinal());
-        QVERIFY(a != b);
-        QCOMPARE(a.projectID().size(), 36);
-        QVERIFY2(uuidPattern.match(a.projectID()).hasMatch(), qPrintable(a.projectID()));
+        QVERIFY(!RKProjectIdentifier().isValid() && !RKProjectIdentifier().isFinal());
+        const RKProjectIdentifier created = RKProjectIdentifier::create();
+        QVERIFY(created.isValid() && !created.isFinal() && created != RKProjectIdentifier::create());
+        QVERIFY2(uuidPattern.match(created.projectID()).hasMatch(), qPrintable(created.projectID()));
         QVERIFY(uuidPattern.match(RKProjectIdentifier::createProjectID()).hasMatch());
-    }
-
-    void elementWithoutProjectIdGetsNewFinalIdentifier()
-    {
-        QDomDocument d1, d2;
-        const RKProjectIdentifier a(element(d1, QStringLiteral("<project name=\"x\"/>")));
-        const RKProjectIdentifier b(element(d2, QStringLiteral("<project/>")));
-        QVERIFY(a.isValid());
-        QVERIFY(a.isFinal());
-        QVERIFY2(uuidPattern.match(a.projectID()).hasMatch(), qPrintable(a.projectID()));
-        QVERIFY(a != b);
-        QVERIFY(b.isFinal());
-    }
-
-    void elementProjectIdIsReadAndFinal_data()
-    {
-        QTest::addColumn<QString>("xml");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("plain") << "<p projectID=\"read-from-file\"/>" << "read-from-file";
-        QTest::newRow("padded") << "<p projectID=\"  padded-id \"/>" << "padded-id";
-        // Present but empty is kept empty (invalid), not replaced by a new identifier.
-        QTest::newRow("empty") << "<p projectID=\"\"/>" << "";
-    }
-
-    void elementProjectIdIsReadAndFinal()
-    {
-        QFETCH(QString, xml);
-        QFETCH(QString, expected);
-        QDomDocument document;
-        const RKProjectIdentifier id(element(document, xml));
-        QCOMPARE(id.projectID(), expected);
-        QCOMPARE(id.isValid(), !expected.isEmpty());
-        QVERIFY(id.isFinal());
+        // Read from an element: always final; no attribute gives a new identifier, an empty one stays empty (invalid).
+        QDomDocument d1, d2, d3, d4;
+        const RKProjectIdentifier generated(element(d1, QStringLiteral("<project name=\"x\"/>")));
+        QVERIFY(generated.isValid() && generated.isFinal() && generated != RKProjectIdentifier(element(d2, QStringLiteral("<project/>"))));
+        QVERIFY2(uuidPattern.match(generated.projectID()).hasMatch(), qPrintable(generated.projectID()));
+        const RKProjectIdentifier padded(element(d3, QStringLiteral("<p projectID=\"  padded-id \"/>")));
+        QVERIFY(padded.projectID() == QLatin1String("padded-id") && padded.isFinal());
+        const RKProjectIdentifier empty(element(d4, QStringLiteral("<p projectID=\"\"/>")));
+        QVERIFY(empty.projectID().isEmpty() && !empty.isValid() && empty.isFinal());
+        // Round trip through an element; reading makes the text final, and so the original too.
+        QDomElement e = d1.createElement(QStringLiteral("project"));
+        created.encode(e);
+        QCOMPARE(e.attribute(QStringLiteral("projectID")), created.projectID());
+        QVERIFY(RKProjectIdentifier(e) == created && created.isFinal());
     }
 
     void equalTextsShareFinalState()
     {
         const RKProjectIdentifier first(QStringLiteral("shared-text"), false);
         const RKProjectIdentifier second(QStringLiteral("shared-text"), false);
-        QVERIFY(first == second);
-        QCOMPARE(qHash(first), qHash(second));
-        QVERIFY(!first.isFinal());
-        QVERIFY(!second.isFinal());
+        QVERIFY(first == second && qHash(first) == qHash(second) && !first.isFinal());
         second.setFinal();
         QVERIFY(first.isFinal());
         QVERIFY(RKSingleton<RKProjectIdentifierRegistry>::instance().isFinalized(RKProjectIdentifier(QStringLiteral("shared-text"), false)));
-        // A different text is not touched; finalising twice changes nothing.
         QVERIFY(!RKProjectIdentifier(QStringLiteral("shared-text-2"), false).isFinal());
-        second.setFinal();
-        QVERIFY(first.isFinal());
-    }
-
-    void constructedFinalIsRegistered()
-    {
-        const RKProjectIdentifier id(QStringLiteral("final-from-start"), true);
-        QVERIFY(id.isFinal());
+        // Constructed final registers the text too.
+        const RKProjectIdentifier finalFromStart(QStringLiteral("final-from-start"), true);
         QVERIFY(RKProjectIdentifier(QStringLiteral("final-from-start"), false).isFinal());
-    }
-
-    void encodeReadRoundTrip()
-    {
-        const RKProjectIdentifier original = RKProjectIdentifier::create();
-        QDomDocument document;
-        QDomElement e = document.createElement(QStringLiteral("project"));
-        original.encode(e);
-        QCOMPARE(e.attribute(QStringLiteral("projectID")), original.projectID());
-        QVERIFY(!original.isFinal());
-        const RKProjectIdentifier read(e);
-        QVERIFY(read == original);
-        // Reading from a document makes it final, and so the original too.
-        QVERIFY(original.isFinal());
     }
 
     void thumbnailFileInProgramData()
@@ -143,33 +95,28 @@ private slots:
     void logWritesOneLine_data()
     {
         QTest::addColumn<bool>("final");
-        QTest::addColumn<QString>("action");
-        QTest::addColumn<QString>("articleId");
-        QTest::addColumn<QString>("orderText");
-        QTest::newRow("final") << true << "save" << "A-1001" << "Family calendar 2026";
-        QTest::newRow("not final") << false << "open" << "" << "";
+        QTest::addColumn<QStringList>("values"); // action, article id, order text
+        QTest::newRow("final") << true << QStringList{"save", "A-1001", "Family calendar 2026"};
+        QTest::newRow("not final") << false << QStringList{"open", "", ""};
         // Place markers in the values must not be substituted again.
-        QTest::newRow("percent signs") << true << "order %1" << "%2" << "50% %5 off";
-        QTest::newRow("non-ASCII") << false << "save" << "Ä-7" << "Kalender für Oma";
+        QTest::newRow("percent signs") << true << QStringList{"order %1", "%2", "50% %5 off"};
+        QTest::newRow("non-ASCII") << false << QStringList{"save", "Ä-7", "Kalender für Oma"};
     }
 
     void logWritesOneLine()
     {
         QFETCH(bool, final);
-        QFETCH(QString, action);
-        QFETCH(QString, articleId);
-        QFETCH(QString, orderText);
+        QFETCH(QStringList, values);
         const RKProjectIdentifier id = RKProjectIdentifier::create();
         if (final)
             id.setFinal();
         const int before = logLines().size();
-        id.log(action, articleId, orderText);
+        id.log(values[0], values[1], values[2]);
         const QStringList lines = logLines();
         QCOMPARE(lines.size(), before + 1);
         QVERIFY(QFileInfo(RKSingleton<RKLogger>::instance().logFile()).absoluteFilePath().startsWith(myWritable));
-        const QString expected = QStringLiteral("ProjectRegistry ACTION:") + action + QStringLiteral(" VALUE:") + id.projectID()
-            + QStringLiteral(" FINAL:") + (final ? QStringLiteral("1") : QStringLiteral("0")) + QStringLiteral(" ARTICLEID:")
-            + articleId + QStringLiteral(" ORDERTXTNAME:") + orderText;
+        const QString expected = QStringLiteral("ProjectRegistry ACTION:") + values[0] + QStringLiteral(" VALUE:") + id.projectID()
+            + QStringLiteral(" FINAL:") + QString::number(final) + QStringLiteral(" ARTICLEID:") + values[1] + QStringLiteral(" ORDERTXTNAME:") + values[2];
         const QString last = lines.last();
         QVERIFY2(last.endsWith(QLatin1Char(' ') + expected), qPrintable(last));
         // What precedes the text is the time stamp of the logger.
@@ -177,16 +124,91 @@ private slots:
         QVERIFY2(QDateTime::fromString(stamp, Qt::ISODateWithMs).isValid(), qPrintable(stamp));
     }
 
-    void debugOutputShowsText()
+    void anchorDecode_data()
     {
-        QString text;
-        QDebug(&text) << RKProjectIdentifier(QStringLiteral("debug-me"), false);
-        QVERIFY2(text.contains(QLatin1String("debug-me")), qPrintable(text));
+        QTest::addColumn<QString>("attributes");
+        QTest::addColumn<QPointF>("point");
+        QTest::addColumn<bool>("valid");
+        QTest::newRow("none") << "" << QPointF(-1, -1) << false;
+        QTest::newRow("0,1") << "anchor_x=\"0\" anchor_y=\"1\"" << QPointF(0, 1) << true;
+        QTest::newRow("1,0") << "anchor_x=\"1.0\" anchor_y=\"0.0\"" << QPointF(1, 0) << true;
+        QTest::newRow("just above 1") << "anchor_x=\"1.0000001\" anchor_y=\"0.5\"" << QPointF(1.0000001, 0.5) << false;
+        QTest::newRow("just below 0") << "anchor_x=\"0.5\" anchor_y=\"-0.0000001\"" << QPointF(0.5, -0.0000001) << false;
+        QTest::newRow("only x") << "anchor_x=\"0.5\"" << QPointF(0.5, -1) << false;
+        QTest::newRow("only y") << "anchor_y=\"0.5\"" << QPointF(-1, 0.5) << false;
+        QTest::newRow("padded") << "anchor_x=\" 0.25 \" anchor_y=\"0.75\"" << QPointF(0.25, 0.75) << true;
+        // Malformed text reads as 0.0, which is a valid coordinate.
+        QTest::newRow("malformed") << "anchor_x=\"left\" anchor_y=\"0,5\"" << QPointF(0, 0) << true;
+        QTest::newRow("empty") << "anchor_x=\"\" anchor_y=\"\"" << QPointF(0, 0) << true;
+        QTest::newRow("exponent") << "anchor_x=\"5e-1\" anchor_y=\"1e0\"" << QPointF(0.5, 1) << true;
+    }
+
+    void anchorDecode()
+    {
+        QFETCH(QString, attributes);
+        QFETCH(QPointF, point);
+        QFETCH(bool, valid);
+        QDomDocument document;
+        const RKRelativePinAnchorPoint anchor = RKRelativePinAnchorPoint::decode(element(document, QStringLiteral("<svg %1/>").arg(attributes)));
+        QCOMPARE(anchor.point(), point);
+        QCOMPARE(anchor.isValid(), valid);
+    }
+
+    void nonFiniteAnchorsAreInvalidAndNamedAnchorsExpand()
+    {
+        // Out of double's range reads as infinity, never as a coordinate on the image.
+        QDomDocument document;
+        QVERIFY(!RKRelativePinAnchorPoint::decode(element(document, QStringLiteral("<svg anchor_x=\"1e400\" anchor_y=\"0.5\"/>"))).isValid());
+        const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
+        for (const QPointF& p : {QPointF(nan, 0.5), QPointF(0.5, nan), QPointF(inf, 0.5), QPointF(0.5, -inf)})
+            QVERIFY(!RKRelativePinAnchorPoint(p).isValid());
+        QVERIFY(!RKRelativePinAnchorPoint().isValid() && RKRelativePinAnchorPoint().point() == QPointF(-1, -1));
+        QCOMPARE(RKRelativePinAnchorPoint::topLeft().expanded(QSizeF(30, 40)), QPointF(0, 0));
+        QCOMPARE(RKRelativePinAnchorPoint::center().expanded(QSizeF(30, 40)), QPointF(15, 20));
+        QCOMPARE(RKRelativePinAnchorPoint::bottomCenter().expanded(QSizeF(200, 100)), QPointF(100, 100));
+        QCOMPARE(RKRelativePinAnchorPoint::bottomRight().expanded(QSizeF(30, 40)), QPointF(30, 40));
+        QCOMPARE(RKRelativePinAnchorPoint(QPointF(0.25, 0.75)).expanded(QSizeF(80, 40)), QPointF(20, 30));
+        QCOMPARE(RKRelativePinAnchorPoint::center().expanded(QSizeF()), QPointF(-0.5, -0.5));
+    }
+
+    // Saved documents and callers depend on these words and numbers.
+    void metaDataWordsDecodeToFixedNumbers_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("value");
+        int value = 1;
+        for (const char* word : {"vako:subcategory", "vako:product", "vako:ref_subclass1", "vako:ref_subclass2", "vako:thumbnail",
+                 "vako:content_type", "vako:ref_content_id", "vako:rotation", "vako:designElementId", "vako:designElementType",
+                 "vako:keyaccount", "vako:multipage", "vako:priceclass", "vako:duplicate-of", "vako:properties", "tlm-holidays",
+                 "vako:category", "vako:product_variant", "vako:pagetype", "vako:logo"})
+            QTest::newRow(word) << QString::fromLatin1(word) << value++;
+        QTest::newRow("mixed case") << "VAKO:DesignElementID" << 9;
+        QTest::newRow("upper") << "VAKO:CATEGORY" << 17;
+        QTest::newRow("padded") << "  tlm-holidays " << 16;
+        QTest::newRow("unknown") << "vako:colour" << 0;
+        QTest::newRow("without namespace") << "category" << 0;
+        QTest::newRow("empty") << "" << 0;
+        QTest::newRow("unknown and known") << "nonsense, vako:logo" << 20;
+        // Plain numbers, not flags: two words OR their numbers.
+        QTest::newRow("two words") << "vako:subcategory,vako:product" << 3;
+    }
+
+    void metaDataWordsDecodeToFixedNumbers()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, value);
+        const RKTemplateSVGMetaDataElement element(text);
+        QCOMPARE(element.toInt(), value);
+        QVERIFY(!RKTemplateSVGMetaDataElement().isValid() && RKMetaCategory == 17 && RKTemplateSVGMetaDataElement(QStringLiteral("vako:logo")) == RKMetaLogo);
+        // The number of a word written as it is writes back as that same word.
+        if (QString::fromLatin1(QTest::currentDataTag()) == text)
+            QCOMPARE(RKTemplateSVGMetaDataElement(element.value()).encode(), text);
     }
 
 private:
     QString myWritable;
 };
+
 
 QTEST_GUILESS_MAIN(TestProjectIdentifier)
 #include "test_projectidentifier.moc"

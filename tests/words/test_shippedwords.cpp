@@ -4,19 +4,58 @@
 #include <RKCalendarWordsRegistry.h>
 #include <RKXMLLoader.h>
 
+#include <QProcess>
+
 namespace {
+
+struct Run {
+    int exitCode = -1;
+    QString out;
+    QString err;
+    QStringList lines() const { return out.split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
+};
 
 const RKCalendarWordsRegistry& registry()
 {
     return RKSingleton<RKCalendarWordsRegistry>::instance();
 }
 
+// Runs rkcalendar over the shipped data, or over `resourcePath` when given, or with `dataDir` as its data directory.
+Run rkcalendar(const QStringList& args, const QString& resourcePath = QString(), const QString& dataDir = shippedDataPath(QString()))
+{
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("RKXML_RESOURCE_PATH"), resourcePath);
+    env.insert(QStringLiteral("RKXML_DATA_DIR"), dataDir);
+    QProcess process;
+    process.setProcessEnvironment(env);
+    process.start(QStringLiteral(RKXML_RKCALENDAR_BINARY), args);
+    Run run;
+    if (!process.waitForFinished(30000))
+        return run; // killed with `process`
+    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.out = QString::fromUtf8(process.readAllStandardOutput());
+    run.err = QString::fromUtf8(process.readAllStandardError());
+    return run;
 }
 
-/*
- * The calendar words that ship in data/international: complete for every listed
- * locale, and for a few locales the stand-alone forms of the Unicode CLDR.
- */
+// The lines "words" must print for `locale`, built from this process's registry.
+QStringList expectedWords(const RKLocale& locale)
+{
+    const RKCalendarWordsRegistry& r = registry();
+    QStringList out{QStringLiteral("locale\t%1\t%2").arg(locale.name(), locale.englishName())};
+    for (int day = 1; day <= 7; ++day)
+        out << QStringLiteral("day\t%1\t%2\t%3").arg(day).arg(r.dayNameShort(locale, day), r.dayNameLong(locale, day));
+    for (int month = 1; month <= 12; ++month)
+        out << QStringLiteral("month\t%1\t%2\t%3").arg(month).arg(r.monthNameShort(locale, month), r.monthNameLong(locale, month));
+    return out << QStringLiteral("week\t%1\t%2").arg(r.weekShort(locale), r.weekLong(locale));
+}
+
+}
+
+// The calendar words that ship in data/international (complete for every listed
+// locale, the stand-alone forms of the Unicode CLDR), and the "locales" and
+// "words" commands of rkcalendar, compared with this process's registry over the
+// same files and run over the registry fixture for the fall-back cases.
 class TestShippedWords : public QObject
 {
     Q_OBJECT
@@ -24,55 +63,41 @@ class TestShippedWords : public QObject
 private slots:
     void initTestCase()
     {
-        isolateUserFiles();
+        isolateUserFiles(); // its writable directory is inherited by rkcalendar
         qputenv("RKXML_RESOURCE_PATH", QByteArray());
         qputenv("RKXML_DATA_DIR", shippedDataPath(QString()).toLocal8Bit());
+        QVERIFY(QFileInfo::exists(QStringLiteral(RKXML_RKCALENDAR_BINARY)));
         QVERIFY(registry().availalbleCalendarLanguages().size() >= 40);
     }
 
     void everyListedLocaleHasCompleteWordsOfItsOwn()
     {
         const QList<RKLocale> languages = registry().availalbleCalendarLanguages();
-        QSet<RKLocale> seen;
         for (const RKLocale& locale : languages) {
-            QVERIFY2(!seen.contains(locale), qPrintable(locale.name() + QStringLiteral(" listed twice")));
-            seen.insert(locale);
-            QVERIFY2(locale.isValid() && !locale.country().isEmpty(), qPrintable(locale.name()));
+            const QByteArray name = locale.name().toUtf8();
+            QVERIFY2(languages.count(locale) == 1, name);
+            QVERIFY2(locale.isValid() && !locale.country().isEmpty(), name);
             const RKCalendarWords words = registry().words(locale);
-            QVERIFY2(words.isValid(), qPrintable(locale.name()));
-            QCOMPARE(words.language(), locale);
-            for (int month = 1; month <= 12; ++month) {
-                QVERIFY2(!words.shortMonth(month).trimmed().isEmpty(), qPrintable(QStringLiteral("%1 month %2").arg(locale.name()).arg(month)));
-                QVERIFY2(!words.longMonth(month).trimmed().isEmpty(), qPrintable(QStringLiteral("%1 month %2").arg(locale.name()).arg(month)));
-            }
-            for (int day = 1; day <= 7; ++day) {
-                QVERIFY2(!words.shortDayOfWeek(day).trimmed().isEmpty(), qPrintable(QStringLiteral("%1 day %2").arg(locale.name()).arg(day)));
-                QVERIFY2(!words.longDayOfWeek(day).trimmed().isEmpty(), qPrintable(QStringLiteral("%1 day %2").arg(locale.name()).arg(day)));
-            }
-            QVERIFY2(!words.shortWeek().isEmpty() && !words.longWeek().isEmpty(), qPrintable(locale.name()));
+            QVERIFY2(words.isValid() && words.language() == locale, name);
             // Twelve different month names and seven different day names: a shifted or repeated row shows here.
             QSet<QString> months, days;
-            for (int month = 1; month <= 12; ++month)
-                months.insert(words.longMonth(month));
-            for (int day = 1; day <= 7; ++day)
-                days.insert(words.longDayOfWeek(day));
-            QVERIFY2(months.size() == 12 && days.size() == 7, qPrintable(locale.name()));
+            for (int month = 1; month <= 12; ++month) {
+                QVERIFY2(!words.shortMonth(month).trimmed().isEmpty() && !words.longMonth(month).trimmed().isEmpty(), name);
+                months << words.longMonth(month);
+            }
+            for (int day = 1; day <= 7; ++day) {
+                QVERIFY2(!words.shortDayOfWeek(day).trimmed().isEmpty() && !words.longDayOfWeek(day).trimmed().isEmpty(), name);
+                days << words.longDayOfWeek(day);
+            }
+            QVERIFY2(months.size() == 12 && days.size() == 7, name);
+            QVERIFY2(!words.shortWeek().isEmpty() && !words.longWeek().isEmpty(), name);
         }
-    }
-
-    void everyWordsEntryIsListedAndComplete()
-    {
-        // Read the file itself: the registry drops unlisted entries silently.
+        // Read the words file itself: the registry drops unlisted entries silently.
         const QDomElement root = RKXMLLoader::loadDocumentElement(shippedDataPath(QStringLiteral("international/CalendarWeekNames.xml")));
-        QVERIFY(!root.isNull());
-        const QList<RKLocale> languages = registry().availalbleCalendarLanguages();
         int entries = 0;
-        for (QDomElement e = root.firstChildElement(QStringLiteral("Language")); !e.isNull();
-             e = e.nextSiblingElement(QStringLiteral("Language"))) {
+        for (QDomElement e = root.firstChildElement(QStringLiteral("Language")); !e.isNull(); e = e.nextSiblingElement(QStringLiteral("Language")), ++entries) {
             const RKCalendarWords words(e);
-            QVERIFY2(languages.contains(words.language()), qPrintable(words.language().name()));
-            QVERIFY2(words.isValid(), qPrintable(words.language().name()));
-            ++entries;
+            QVERIFY2(languages.contains(words.language()) && words.isValid(), qPrintable(words.language().name()));
         }
         QCOMPARE(entries, languages.size());
     }
@@ -81,84 +106,128 @@ private slots:
     {
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QString>("kind");
-        QTest::addColumn<int>("number");
-        QTest::addColumn<QString>("shortName");
-        QTest::addColumn<QString>("longName");
-        const auto add = [](const char* locale, const char* kind, int number, const QString& s, const QString& l) {
-            QTest::addRow("%s %s %d", locale, kind, number) << QString::fromLatin1(locale) << QString::fromLatin1(kind) << number << s << l;
-        };
-        add("de_DE", "month", 1, QStringLiteral("Jan"), QStringLiteral("Januar"));
-        add("de_DE", "month", 3, QStringLiteral("Mär"), QStringLiteral("März"));
-        add("de_DE", "month", 10, QStringLiteral("Okt"), QStringLiteral("Oktober"));
-        add("de_DE", "month", 12, QStringLiteral("Dez"), QStringLiteral("Dezember"));
-        add("de_DE", "day", 1, QStringLiteral("Mo"), QStringLiteral("Montag"));
-        add("de_DE", "day", 2, QStringLiteral("Di"), QStringLiteral("Dienstag"));
-        add("de_DE", "day", 3, QStringLiteral("Mi"), QStringLiteral("Mittwoch"));
-        add("de_DE", "day", 4, QStringLiteral("Do"), QStringLiteral("Donnerstag"));
-        add("de_DE", "day", 5, QStringLiteral("Fr"), QStringLiteral("Freitag"));
-        add("de_DE", "day", 6, QStringLiteral("Sa"), QStringLiteral("Samstag"));
-        add("de_DE", "day", 7, QStringLiteral("So"), QStringLiteral("Sonntag"));
-        add("de_DE", "week", 0, QStringLiteral("KW"), QStringLiteral("Kalenderwoche"));
-        add("de_AT", "month", 1, QStringLiteral("Jän"), QStringLiteral("Jänner"));
-        add("fr_FR", "month", 1, QStringLiteral("janv."), QStringLiteral("janvier"));
-        add("fr_FR", "month", 2, QStringLiteral("févr."), QStringLiteral("février"));
-        add("fr_FR", "month", 8, QStringLiteral("août"), QStringLiteral("août"));
-        add("fr_FR", "month", 12, QStringLiteral("déc."), QStringLiteral("décembre"));
-        add("fr_FR", "day", 1, QStringLiteral("lu"), QStringLiteral("lundi"));
-        add("fr_FR", "day", 3, QStringLiteral("me"), QStringLiteral("mercredi"));
-        add("fr_FR", "day", 7, QStringLiteral("di"), QStringLiteral("dimanche"));
-        add("fr_FR", "week", 0, QStringLiteral("Sem."), QStringLiteral("Semaine"));
-        add("en_GB", "month", 1, QStringLiteral("Jan"), QStringLiteral("January"));
-        add("en_GB", "month", 9, QStringLiteral("Sept"), QStringLiteral("September"));
-        add("en_GB", "day", 1, QStringLiteral("Mo"), QStringLiteral("Monday"));
-        add("en_GB", "day", 4, QStringLiteral("Th"), QStringLiteral("Thursday"));
-        add("en_GB", "day", 7, QStringLiteral("Su"), QStringLiteral("Sunday"));
-        add("en_GB", "week", 0, QStringLiteral("Wk"), QStringLiteral("Week"));
-        add("pl_PL", "month", 1, QStringLiteral("sty"), QStringLiteral("styczeń"));
-        add("pl_PL", "month", 10, QStringLiteral("paź"), QStringLiteral("październik"));
-        add("pl_PL", "month", 12, QStringLiteral("gru"), QStringLiteral("grudzień"));
-        add("pl_PL", "day", 1, QStringLiteral("pon"), QStringLiteral("poniedziałek"));
-        add("pl_PL", "day", 3, QStringLiteral("śro"), QStringLiteral("środa"));
-        add("pl_PL", "day", 7, QStringLiteral("nie"), QStringLiteral("niedziela"));
-        add("pl_PL", "week", 0, QStringLiteral("Tydz."), QStringLiteral("Tydzień"));
+        QTest::addColumn<QString>("entries"); // "<number> <short> <long>", separated by ";"
+        QTest::newRow("de_DE month") << "de_DE" << "month" << "1 Jan Januar;3 Mär März;10 Okt Oktober;12 Dez Dezember";
+        QTest::newRow("de_DE day") << "de_DE" << "day" << "1 Mo Montag;2 Di Dienstag;3 Mi Mittwoch;4 Do Donnerstag;5 Fr Freitag;6 Sa Samstag;7 So Sonntag";
+        QTest::newRow("de_DE week") << "de_DE" << "week" << "0 KW Kalenderwoche";
+        QTest::newRow("de_AT month") << "de_AT" << "month" << "1 Jän Jänner";
+        QTest::newRow("fr_FR month") << "fr_FR" << "month" << "1 janv. janvier;2 févr. février;8 août août;12 déc. décembre";
+        QTest::newRow("fr_FR day") << "fr_FR" << "day" << "1 lu lundi;3 me mercredi;7 di dimanche";
+        QTest::newRow("fr_FR week") << "fr_FR" << "week" << "0 Sem. Semaine";
+        QTest::newRow("en_GB month") << "en_GB" << "month" << "1 Jan January;9 Sept September";
+        QTest::newRow("en_GB day") << "en_GB" << "day" << "1 Mo Monday;4 Th Thursday;7 Su Sunday";
+        QTest::newRow("en_GB week") << "en_GB" << "week" << "0 Wk Week";
+        QTest::newRow("pl_PL month") << "pl_PL" << "month" << "1 sty styczeń;10 paź październik;12 gru grudzień";
+        QTest::newRow("pl_PL day") << "pl_PL" << "day" << "1 pon poniedziałek;3 śro środa;7 nie niedziela";
+        QTest::newRow("pl_PL week") << "pl_PL" << "week" << "0 Tydz. Tydzień";
     }
 
     void cldrStandAloneForms()
     {
         QFETCH(QString, locale);
         QFETCH(QString, kind);
-        QFETCH(int, number);
-        QFETCH(QString, shortName);
-        QFETCH(QString, longName);
+        QFETCH(QString, entries);
         const RKLocale l = RKLocale::decodeName(locale);
         QCOMPARE(registry().words(l).language(), l);
-        // Through the snapshot that fills pages, so both paths are covered.
-        const RKCalendarDayNames names(l);
-        if (kind == QLatin1String("month")) {
-            QCOMPARE(registry().monthNameShort(l, number), shortName);
-            QCOMPARE(registry().monthNameLong(l, number), longName);
-            QCOMPARE(names.monthLong(number), longName);
-        } else if (kind == QLatin1String("day")) {
-            QCOMPARE(registry().dayNameShort(l, number), shortName);
-            QCOMPARE(registry().dayNameLong(l, number), longName);
-            QCOMPARE(names.dayOfWeekShort(number), shortName);
-        } else {
-            QCOMPARE(registry().weekShort(l), shortName);
-            QCOMPARE(registry().weekLong(l), longName);
-            QCOMPARE(names.calendarWeekLong(), longName);
+        const RKCalendarDayNames names(l); // the snapshot that fills pages
+        for (const QString& entry : entries.split(QLatin1Char(';'))) {
+            const QStringList parts = entry.split(QLatin1Char(' '));
+            const int n = parts[0].toInt();
+            const QStringList got = kind == QLatin1String("month") ? QStringList{registry().monthNameShort(l, n), registry().monthNameLong(l, n), names.monthShort(n), names.monthLong(n)}
+                : kind == QLatin1String("day") ? QStringList{registry().dayNameShort(l, n), registry().dayNameLong(l, n), names.dayOfWeekShort(n), names.dayOfWeekLong(n)}
+                                               : QStringList{registry().weekShort(l), registry().weekLong(l), names.calendarWeekShort(), names.calendarWeekLong()};
+            QCOMPARE(got, (QStringList{parts[1], parts[2], parts[1], parts[2]}));
         }
     }
 
-    void weekdayOneIsMonday()
+    void localesListsEveryLanguageOnce()
     {
-        // The compiler numbers days as QDate::dayOfWeek() does; 2024-01-01 was a Monday.
-        const QDate monday(2024, 1, 1);
-        QCOMPARE(monday.dayOfWeek(), 1);
-        const RKLocale en(QStringLiteral("en"), QStringLiteral("GB"));
-        for (int offset = 0; offset < 7; ++offset) {
-            const QDate date = monday.addDays(offset);
-            QCOMPARE(registry().dayNameLong(en, date.dayOfWeek()), QLocale(QStringLiteral("en_GB")).standaloneDayName(date.dayOfWeek()));
+        const Run run = rkcalendar({QStringLiteral("locales")});
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.err, QString());
+        QStringList expected;
+        for (const RKLocale& locale : registry().availalbleCalendarLanguages())
+            expected << locale.name() + QLatin1Char('\t') + locale.englishName();
+        expected.removeDuplicates();
+        QCOMPARE(run.lines(), expected);
+        QVERIFY(expected.contains(QStringLiteral("de_DE\tGerman (Germany)")));
+
+        // The fixture lists nl_NL twice, printed once, in file order.
+        QStringList names;
+        for (const QString& line : rkcalendar({QStringLiteral("locales")}, testDataPath(QStringLiteral("words/registry"))).lines())
+            names << line.section(QLatin1Char('\t'), 0, 0);
+        QCOMPARE(names.join(QLatin1Char(' ')), QStringLiteral("de_AT de_DE fr_CA fr_FR it_IT en_GB nl_NL"));
+
+        QTemporaryDir empty;
+        const Run noData = rkcalendar({QStringLiteral("locales")}, QString(), empty.path());
+        QCOMPARE(noData.exitCode, 1);
+        QCOMPARE(noData.out, QString());
+        QVERIFY2(noData.err.contains(QLatin1String("CalendarLanguages.xml")), qPrintable(noData.err));
+    }
+
+    void wordsPrintsWhatTheRegistryAnswers_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("used");
+        QTest::addColumn<bool>("fellBack");
+        QTest::newRow("fr_FR") << QStringList{QStringLiteral("--locale"), QStringLiteral("fr_FR")} << "fr_FR" << false;
+        QTest::newRow("inline dash form") << QStringList{QStringLiteral("--locale=fr-FR")} << "fr_FR" << false;
+        QTest::newRow("pl_PL") << QStringList{QStringLiteral("--locale"), QStringLiteral("pl_PL")} << "pl_PL" << false;
+        QTest::newRow("de_AT") << QStringList{QStringLiteral("--locale"), QStringLiteral("de_AT")} << "de_AT" << false;
+        // Falls back to the same language and says so on stderr.
+        QTest::newRow("de_IT") << QStringList{QStringLiteral("--locale"), QStringLiteral("de_IT")}
+                               << registry().words(RKLocale::decodeName(QStringLiteral("de_IT"))).language().name() << true;
+    }
+
+    void wordsPrintsWhatTheRegistryAnswers()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QString, used);
+        QFETCH(bool, fellBack);
+        const Run run = rkcalendar(QStringList{QStringLiteral("words")} + args);
+        QCOMPARE(run.exitCode, 0);
+        if (fellBack) {
+            QVERIFY(used.startsWith(QLatin1String("de_")));
+            QVERIFY2(run.err.contains(QLatin1String("de_IT")) && run.err.contains(used), qPrintable(run.err));
+        } else {
+            QCOMPARE(run.err, QString());
         }
+        QCOMPARE(run.lines(), expectedWords(RKLocale::decodeName(used)));
+    }
+
+    void commandOutcomes_data()
+    {
+        QTest::addColumn<QString>("args");
+        QTest::addColumn<bool>("overFixture");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("outLine"); // empty: nothing on stdout
+        QTest::addColumn<QString>("errText"); // empty: nothing on stderr
+        QTest::newRow("incomplete fr_CA uses fr_FR") << "words --locale fr_CA" << true << 0 << "month\t12\tdéc.\tdécembre" << "fr_FR";
+        QTest::newRow("incomplete it_IT printed as it is") << "words --locale it_IT" << true << 1 << "month\t12\tnn\tunknown" << "incomplete";
+        QTest::newRow("no week word") << "words --locale en_GB" << true << 0 << "week\t\t" << "";
+        QTest::newRow("words of an unlisted locale") << "words --locale es_ES" << true << 2 << "" << "de_AT, de_DE, fr_CA, fr_FR, it_IT, en_GB, nl_NL";
+        QTest::newRow("malformed name") << "words --locale german" << false << 2 << "" << "malformed";
+        QTest::newRow("three-letter country") << "words --locale de_DEU" << false << 2 << "" << "malformed";
+        QTest::newRow("empty name") << "words --locale=" << false << 2 << "" << "malformed";
+        QTest::newRow("no locale") << "words" << false << 2 << "" << "--locale";
+        QTest::newRow("value missing") << "words --locale" << false << 2 << "" << "needs a value";
+        QTest::newRow("unknown option") << "words --locale fr_FR --year 2026" << false << 2 << "" << "--year";
+        QTest::newRow("positional") << "words fr_FR" << false << 2 << "" << "fr_FR";
+        QTest::newRow("locales with argument") << "locales extra" << false << 2 << "" << "extra";
+        QTest::newRow("locales with option") << "locales --all" << false << 2 << "" << "--all";
+    }
+
+    void commandOutcomes()
+    {
+        QFETCH(QString, args);
+        QFETCH(bool, overFixture);
+        QFETCH(int, exitCode);
+        QFETCH(QString, outLine);
+        QFETCH(QString, errText);
+        const Run run = rkcalendar(args.split(QLatin1Char(' ')), overFixture ? testDataPath(QStringLiteral("words/registry")) : QString());
+        QCOMPARE(run.exitCode, exitCode);
+        QVERIFY2(outLine.isEmpty() ? run.out.isEmpty() : run.lines().contains(outLine), qPrintable(run.out));
+        QVERIFY2(errText.isEmpty() ? run.err.isEmpty() : run.err.contains(errText), qPrintable(run.err));
     }
 };
 
