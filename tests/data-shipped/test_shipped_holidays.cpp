@@ -176,6 +176,11 @@ private slots:
         row("DK Skaertorsdag", "da_DK", "", 2026, 4, 2, true);
         row("US Thanksgiving", "en_US", "", 2026, 11, 26, true);
         row("US Martin Luther King Day", "en_US", "", 2026, 1, 19, true);
+        // Switzerland and Spain: cantonal and regional days.
+        row("CH-ZH Ostermontag", "de_CH", "ZH", 2026, 4, 6, true);
+        row("CH-VS no Karfreitag", "de_CH", "VS", 2026, 4, 3, false);
+        row("CH-GE Restauration de la Republique", "fr_CH", "GE", 2025, 12, 31, true);
+        row("ES-CT Diada", "es_ES", "CT", 2026, 9, 11, true);
     }
     void knownHolidays()
     {
