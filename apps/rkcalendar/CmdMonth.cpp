@@ -28,7 +28,7 @@ struct PhaseMarker {
     const char* name;
 };
 
-// Dark parts drawn black, as seen from the northern hemisphere.
+// Dark areas drawn black, as seen from the northern hemisphere.
 const PhaseMarker PHASES[] = {
     {1, QChar(0x25CF), "new moon"},
     {2, QChar(0x25D0), "first quarter"},
@@ -75,15 +75,15 @@ const char* ansiFor(int type)
 // "a-b, c" for sorted day numbers.
 QString dayRanges(const QList<int>& days)
 {
-    QStringList parts;
+    QStringList pieces;
     for (int i = 0; i < days.size();) {
         int j = i;
         while (j + 1 < days.size() && days.at(j + 1) == days.at(j) + 1)
             ++j;
-        parts << (i == j ? QString::number(days.at(i)) : QStringLiteral("%1-%2").arg(days.at(i)).arg(days.at(j)));
+        pieces << (i == j ? QString::number(days.at(i)) : QStringLiteral("%1-%2").arg(days.at(i)).arg(days.at(j)));
         i = j + 1;
     }
-    return parts.join(QStringLiteral(", "));
+    return pieces.join(QStringLiteral(", "));
 }
 
 bool parseMonth(const QString& text, QDate& first, QTextStream& err)

@@ -71,8 +71,8 @@ bool checkProvince(const RKLocale& locale, const QString& text, QTextStream& err
 
 bool checkFeatures(const QString& text, QTextStream& err)
 {
-    const QStringList parts = text.split(QLatin1Char(','));
-    for (const QString& part : parts) {
+    const QStringList pieces = text.split(QLatin1Char(','));
+    for (const QString& part : pieces) {
         if (RKCalendariumFeatures(part).isValid())
             continue;
         const QStringList words = RKCalendariumFeatures(QString()).enumToStringTable().words();

@@ -31,7 +31,7 @@ public:
         return myValues.value(word.trimmed().toLower(), fallback);
     }
 
-    /// OR of the comma-separated parts; a part that is not a word contributes the unknown value.
+    /// OR of the comma-separated pieces; a part that is not a word contributes the unknown value.
     E decodeCSV(const QString& text) const
     {
         int result = 0;

@@ -11,11 +11,11 @@ RKLocale::RKLocale(const QString& language, const QString& country)
 
 RKLocale::RKLocale(const QLocale& locale)
 {
-    const QStringList parts = locale.name().split(QLatin1Char('_'));
-    if (locale.language() == QLocale::C || parts.isEmpty())
+    const QStringList pieces = locale.name().split(QLatin1Char('_'));
+    if (locale.language() == QLocale::C || pieces.isEmpty())
         return;
-    myLanguage = parts.value(0).toLower();
-    myCountry = parts.value(1).toUpper();
+    myLanguage = pieces.value(0).toLower();
+    myCountry = pieces.value(1).toUpper();
 }
 
 QString RKLocale::name() const

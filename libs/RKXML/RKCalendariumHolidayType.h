@@ -30,7 +30,7 @@ public:
         : RKEnumWrapper<RKCalendariumHolidayTypeEnum>(value)
     {
     }
-    /// OR of the comma-separated keywords (trimmed, any case); unknown or empty parts add 0.
+    /// OR of the comma-separated keywords (trimmed, any case); unknown or empty pieces add 0.
     explicit RKCalendariumHolidayType(const QString& keywords);
     ~RKCalendariumHolidayType() override = default;
 

@@ -32,9 +32,9 @@ struct Declaration
 QVector<Declaration> splitStyle(const QString& style)
 {
     QVector<Declaration> declarations;
-    const QVector<QStringRef> parts = style.splitRef(QLatin1Char(';'), Qt::SkipEmptyParts);
-    declarations.reserve(parts.size());
-    for (const QStringRef& part : parts) {
+    const QVector<QStringRef> pieces = style.splitRef(QLatin1Char(';'), Qt::SkipEmptyParts);
+    declarations.reserve(pieces.size());
+    for (const QStringRef& part : pieces) {
         const int colon = part.indexOf(QLatin1Char(':'));
         if (colon < 0)
             continue;
@@ -340,7 +340,7 @@ void RKColorReplacementInstructions::replaceColorsInStyleAttribute(QDomElement* 
         QString newValue;
         bool replaced;
     };
-    QVarLengthArray<Part, 16> parts;
+    QVarLengthArray<Part, 16> pieces;
     for (int start = 0; start < style.size();) {
         int end = style.indexOf(QLatin1Char(';'), start);
         if (end < 0)
@@ -349,34 +349,34 @@ void RKColorReplacementInstructions::replaceColorsInStyleAttribute(QDomElement* 
         start = end + 1;
         const int colon = declaration.indexOf(QLatin1Char(':'));
         if (colon >= 0)
-            parts.append({ declaration.left(colon).trimmed(), declaration.mid(colon + 1).trimmed(), QString(), QString(), false });
+            pieces.append({ declaration.left(colon).trimmed(), declaration.mid(colon + 1).trimmed(), QString(), QString(), false });
     }
 
     bool changed = false;
     // Opacity declarations are appended, so the loop bound is taken before.
-    const int count = parts.size();
+    const int count = pieces.size();
     for (int i = 0; i < count; ++i) {
-        if (!isColorProperty(parts[i].property))
+        if (!isColorProperty(pieces[i].property))
             continue;
-        QString value = parts[i].value.toString();
+        QString value = pieces[i].value.toString();
         bool valueChanged = false;
         const auto* applied = replaceFirstMatch(&value, 0, value.size(), rules, &valueChanged);
         if (!applied)
             continue;
         changed = true;
-        parts[i].newValue = value;
-        parts[i].replaced = true;
+        pieces[i].newValue = value;
+        pieces[i].replaced = true;
         if (applied->opacity.isEmpty())
             continue;
-        const QString opacityName = opacityProperty(parts[i].property);
-        auto existing = std::find_if(parts.begin(), parts.end(), [&opacityName](const Part& part) {
+        const QString opacityName = opacityProperty(pieces[i].property);
+        auto existing = std::find_if(pieces.begin(), pieces.end(), [&opacityName](const Part& part) {
             return part.newProperty.isEmpty() ? part.property == opacityName : part.newProperty == opacityName;
         });
-        if (existing != parts.end()) {
+        if (existing != pieces.end()) {
             existing->newValue = applied->opacity;
             existing->replaced = true;
         } else {
-            parts.append({ QStringRef(), QStringRef(), opacityName, applied->opacity, true });
+            pieces.append({ QStringRef(), QStringRef(), opacityName, applied->opacity, true });
         }
     }
     if (!changed)
@@ -385,7 +385,7 @@ void RKColorReplacementInstructions::replaceColorsInStyleAttribute(QDomElement* 
     // Joined as "property:value" with ";" between declarations.
     QString rewritten;
     rewritten.reserve(style.size() + 32);
-    for (const Part& part : parts) {
+    for (const Part& part : pieces) {
         if (!rewritten.isEmpty())
             rewritten += QLatin1Char(';');
         if (part.newProperty.isEmpty())

@@ -35,9 +35,9 @@ private:
     QString myProvince;
 };
 
-/// The specification's hashKey(), so that QHash buckets agree with it.
-inline uint qHash(const RKProvinceSpecification& specification, uint seed = 0)
+/// The region key's hashKey(), so that QHash buckets agree with it.
+inline uint qHash(const RKProvinceSpecification& region, uint seed = 0)
 {
     Q_UNUSED(seed)
-    return specification.hashKey();
+    return region.hashKey();
 }

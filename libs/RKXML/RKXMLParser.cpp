@@ -381,14 +381,14 @@ QColor RKXMLParser::colorAttributeEx(const QDomNamedNodeMap& map, const QString&
 
 QColor RKXMLParser::parseExtendedColor(const QString& text, const QColor& defaultValue)
 {
-    const QStringList parts = text.split(QLatin1Char(','));
-    if (!parts.first().startsWith(QLatin1Char('#')))
+    const QStringList pieces = text.split(QLatin1Char(','));
+    if (!pieces.first().startsWith(QLatin1Char('#')))
         return defaultValue;
     QColor color;
-    color.setNamedColor(parts.first());
-    if (parts.size() > 1) {
+    color.setNamedColor(pieces.first());
+    if (pieces.size() > 1) {
         bool ok = false;
-        const int alpha = parts.at(1).toInt(&ok, 16);
+        const int alpha = pieces.at(1).toInt(&ok, 16);
         // An alpha outside 0..255 is not a colour component: it is ignored.
         if (ok && alpha >= 0 && alpha <= 255 && color.isValid())
             color.setAlpha(alpha);

@@ -117,7 +117,7 @@ private Q_SLOTS:
         QTest::newRow("empty") << QString() << QString();
         QTest::newRow("too long") << QStringLiteral("deutsch") << QString();
         QTest::newRow("trailing separator") << QStringLiteral("de_") << QString();
-        QTest::newRow("three parts") << QStringLiteral("zh_Hans_CN") << QString();
+        QTest::newRow("three pieces") << QStringLiteral("zh_Hans_CN") << QString();
     }
     void localeDecodeName()
     {

@@ -49,7 +49,7 @@ private slots:
         QTest::newRow("capitalised") << "Free" << 32;
         QTest::newRow("empty") << "" << 0;
         QTest::newRow("not a keyword") << "holiday" << 0;
-        QTest::newRow("empty parts") << ",,free," << 32;
+        QTest::newRow("empty pieces") << ",,free," << 32;
         QTest::newRow("blanks") << " SHOW " << 64;
         QTest::newRow("none") << "none" << 0;
         QTest::newRow("NO_HOLIDAY is no row") << "NO_HOLIDAY" << 0;

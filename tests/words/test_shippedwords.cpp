@@ -131,12 +131,12 @@ private slots:
         QCOMPARE(registry().words(l).language(), l);
         const RKCalendarDayNames names(l); // the snapshot that fills pages
         for (const QString& entry : entries.split(QLatin1Char(';'))) {
-            const QStringList parts = entry.split(QLatin1Char(' '));
-            const int n = parts[0].toInt();
+            const QStringList pieces = entry.split(QLatin1Char(' '));
+            const int n = pieces[0].toInt();
             const QStringList got = kind == QLatin1String("month") ? QStringList{registry().monthNameShort(l, n), registry().monthNameLong(l, n), names.monthShort(n), names.monthLong(n)}
                 : kind == QLatin1String("day") ? QStringList{registry().dayNameShort(l, n), registry().dayNameLong(l, n), names.dayOfWeekShort(n), names.dayOfWeekLong(n)}
                                                : QStringList{registry().weekShort(l), registry().weekLong(l), names.calendarWeekShort(), names.calendarWeekLong()};
-            QCOMPARE(got, (QStringList{parts[1], parts[2], parts[1], parts[2]}));
+            QCOMPARE(got, (QStringList{pieces[1], pieces[2], pieces[1], pieces[2]}));
         }
     }
 
