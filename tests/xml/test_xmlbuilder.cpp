@@ -127,7 +127,7 @@ private Q_SLOTS:
 
     void fixtureSurvivesReadWriteRead()
     {
-        const QDomDocument original = RKXMLLoader::loadDocument(testDataPath(QStringLiteral("foundation/calendar_page.svg")));
+        const QDomDocument original = RKXMLLoader::loadDocument(testDataPath(QStringLiteral("xml/calendar_page.svg")));
         QVERIFY(!original.isNull());
         const QString first = RKXMLBuilder::toString(original, 4);
         QVERIFY(first.contains(QStringLiteral("xmlns:vako=\"http://example.invalid/vako\"")));
