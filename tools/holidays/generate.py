@@ -480,6 +480,27 @@ def _test_quirk_years():
     _eq(common.easter(2011), dt.date(2011, 4, 24), "Easter 2011")
 
 
+# Orthodox Easter Sundays (Gregorian dates) as published by the Orthodox churches.
+_ORTHODOX_EASTER = {
+    2000: "04-30", 2001: "04-15", 2002: "05-05", 2003: "04-27", 2004: "04-11", 2005: "05-01",
+    2006: "04-23", 2007: "04-08", 2008: "04-27", 2009: "04-19", 2010: "04-04", 2011: "04-24",
+    2012: "04-15", 2013: "05-05", 2014: "04-20", 2015: "04-12", 2016: "05-01", 2017: "04-16",
+    2018: "04-08", 2019: "04-28", 2020: "04-19", 2021: "05-02", 2022: "04-24", 2023: "04-16",
+    2024: "05-05", 2025: "04-20", 2026: "04-12", 2027: "05-02", 2028: "04-16", 2029: "04-08",
+    2030: "04-28",
+}
+
+
+def _test_orthodox_easter():
+    for year, mmdd in sorted(_ORTHODOX_EASTER.items()):
+        _eq(common.orthodox_easter(year).strftime("%m-%d"), mmdd, "Orthodox Easter %d" % year)
+    for y in common.YEARS:
+        d = common.orthodox_easter(y)
+        _eq((d.weekday(), dt.date(y, 4, 4) <= d <= dt.date(y, 5, 9) if y < 2100 else d <= dt.date(y, 5, 10)),
+            (common.SUN, True), "Orthodox Easter %d is a Sunday in its window" % y)
+        _eq(d >= common.easter(y), True, "Orthodox Easter %d not before the Western one" % y)
+
+
 def _test_writer():
     entry = {"code": "XX", "title": "Land & \"Leute\" <1>", "nationwide": [
         common.rule(19, "Neujahr"), common.fixed(10, 3, "Tag <der> Einheit & so"),
@@ -612,7 +633,7 @@ def _test_module(cc, mod):
 
 def self_test(only=None):
     failures, count = 0, 0
-    generic = [_test_quirk_years, _test_writer, _test_validation, _test_compare]
+    generic = [_test_quirk_years, _test_orthodox_easter, _test_writer, _test_validation, _test_compare]
     for func in generic:
         count += 1
         try:
