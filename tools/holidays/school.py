@@ -53,11 +53,12 @@ LONG_VACATION_DAYS = 50
 
 # Countries whose calendar locales get school vacations. Anything else gets {}.
 # Ireland has national rows in the source but its calendars carry no vacations.
-SUPPORTED = {"AT", "BE", "CH", "CZ", "DE", "ES", "FR", "IT", "LU", "NL", "PL", "PT", "SK"}
+SUPPORTED = {"AT", "BE", "CH", "CZ", "DE", "ES", "FR", "IT", "LU", "NL", "PL", "PT", "SK",
+             "MX", "RS"}
 
 # Calendar locales covered, for --summary and the tests.
 LOCALES = ["de_DE", "de_AT", "de_CH", "fr_CH", "it_CH", "fr_FR", "nl_BE", "fr_BE", "nl_NL",
-           "fr_LU", "lb_LU", "it_IT", "es_ES", "pt_PT", "pl_PL", "cs_CZ", "sk_SK"]
+           "fr_LU", "lb_LU", "it_IT", "es_ES", "pt_PT", "pl_PL", "cs_CZ", "sk_SK", "es_MX", "sr_RS"]
 
 # Source rows that contradict another row for the same region and vacation, or
 # cannot be right; each is left out with the reason.
@@ -187,6 +188,9 @@ POLICIES = {
     # grades) are kept, those for 9, 11, 12 and for pre-school and 1-4 left out.
     "PT": Policy(drop_comments={"": [r"^PT 9\.º", r"pré-escolar"]}),
     "SK": Policy(),
+    "MX": Policy(),  # the federal school calendar (SEP), national rows only
+    # Secondary schools start and end some vacations on other days; primary ones are kept.
+    "RS": Policy(drop_comments={"": [r"Средња"]}),
 }
 
 
