@@ -138,7 +138,9 @@ def normalise(locale, entry, school=None):
         provinces.append({"code": code, "title": prov.get("title") or code,
                           "days": days, "vacations": []})
     out = {"code": entry["code"], "title": entry["title"], "nationwide": nationwide,
-           "vacations": [], "provinces": provinces}
+           "vacations": [], "provinces": provinces, "note": entry.get("note", "")}
+    if "--" in out["note"] or out["note"].endswith("-"):
+        raise RuleError("%s: the note cannot be written as an XML comment" % where)
     if entry["code"] != LOCALE_RE.match(locale).group(2):
         raise RuleError("%s: country code %r does not match the locale" % (where, entry["code"]))
     if school is not None:
@@ -184,7 +186,8 @@ def vacation_xml(vac, indent):
 
 def render(locale, data):
     lang, country = LOCALE_RE.match(locale).groups()
-    out = [HEADER, "<holidays language=%s country=%s>\n" % (attr(lang), attr(country)),
+    out = [HEADER, ("<!-- %s -->\n" % data["note"]) if data.get("note") else "",
+           "<holidays language=%s country=%s>\n" % (attr(lang), attr(country)),
            "  <country name=%s title=%s>\n" % (attr(data["code"]), attr(data["title"]))]
     if data["nationwide"] or data["vacations"]:
         out.append("    <nationwide>\n")
