@@ -21,6 +21,7 @@ import argparse
 import collections
 import csv
 import datetime as dt
+import glob
 import importlib
 import os
 import re
@@ -184,7 +185,11 @@ def vacation_xml(vac, indent):
 
 def render(locale, data):
     lang, country = LOCALE_RE.match(locale).groups()
-    out = [HEADER, "<holidays language=%s country=%s>\n" % (attr(lang), attr(country)),
+    out = [HEADER]
+    if data.get("note"):
+        # a module's FILE_NOTE: what the file lacks (no "--" inside an XML comment)
+        out.append("<!-- %s -->\n" % data["note"].replace("--", "-"))
+    out += ["<holidays language=%s country=%s>\n" % (attr(lang), attr(country)),
            "  <country name=%s title=%s>\n" % (attr(data["code"]), attr(data["title"]))]
     if data["nationwide"] or data["vacations"]:
         out.append("    <nationwide>\n")
@@ -206,6 +211,7 @@ def generate(mods, outdir, school):
     for cc, mod in mods.items():
         for locale, entry in sorted(mod.build().items()):
             data = normalise(locale, entry, school)
+            data["note"] = getattr(mod, "FILE_NOTE", "")
             path = os.path.join(outdir, locale + ".xml")
             with open(path, "w", encoding="utf-8", newline="\n") as fh:
                 fh.write(render(locale, data))
@@ -501,6 +507,51 @@ def _test_orthodox_easter():
         _eq(d >= common.easter(y), True, "Orthodox Easter %d not before the Western one" % y)
 
 
+def _easter_relative_drift(path):
+    """Dated days of one data file that follow Easter but not the library's Easter.
+
+    The days of one name in one region are Easter-relative when they keep one
+    distance to Easter (the true one or the library's) in every year they occur.
+    Such days must keep that distance to the library's Easter, which the file's
+    own Easter-based ids use, or a year like 2049 would mix two Easters.
+    """
+    from xml.dom import minidom
+    groups = collections.defaultdict(list)
+    for section in minidom.parse(path).getElementsByTagName("country")[0].childNodes:
+        if section.nodeType != section.ELEMENT_NODE:
+            continue
+        for day in section.getElementsByTagName("day"):
+            m = DATE_RE.match(day.getAttribute("date"))
+            if m and m.group(1) != "xxxx":
+                date = dt.date(*map(int, m.groups()))
+                groups[(section.getAttribute("name"), day.getAttribute("name"))].append(date)
+    drift = []
+    for key, dates in sorted(groups.items()):
+        if len({d.year for d in dates}) < 2:
+            continue
+        true = {d - common.easter(d.year) for d in dates}
+        lib = {d - common.library_easter(d.year) for d in dates}
+        if len(lib) != 1 and len(true) == 1:
+            off = true.pop()
+            drift.append((key, sorted(d for d in dates if d - common.library_easter(d.year) != off)))
+    return drift
+
+
+def _test_easter_relative_days():
+    paths = sorted(glob.glob(os.path.join(REPO, "data", "holidays", "*.xml")))
+    _eq(bool(paths), True, "shipped holiday files found")
+    for path in paths:
+        _eq(_easter_relative_drift(path), [], "%s: dated days off the library's Easter"
+            % os.path.basename(path))
+    # The check itself: a Good Friday written with the true Easter drifts in 2049.
+    tmp = os.path.join(__import__("tempfile").mkdtemp(), "xx_XX.xml")
+    good_friday = [common.dated(common.easter(y) - dt.timedelta(days=2), "GF") for y in (2048, 2049)]
+    with open(tmp, "w", encoding="utf-8") as fh:
+        fh.write(render("xx_XX", normalise("xx_XX", {"code": "XX", "title": "t",
+                                                     "nationwide": good_friday, "provinces": []})))
+    _eq(_easter_relative_drift(tmp), [(("", "GF"), [dt.date(2049, 4, 16)])], "drift is found")
+
+
 def _test_writer():
     entry = {"code": "XX", "title": "Land & \"Leute\" <1>", "nationwide": [
         common.rule(19, "Neujahr"), common.fixed(10, 3, "Tag <der> Einheit & so"),
@@ -633,7 +684,7 @@ def _test_module(cc, mod):
 
 def self_test(only=None):
     failures, count = 0, 0
-    generic = [_test_quirk_years, _test_orthodox_easter, _test_writer, _test_validation, _test_compare]
+    generic = [_test_quirk_years, _test_orthodox_easter, _test_easter_relative_days, _test_writer, _test_validation, _test_compare]
     for func in generic:
         count += 1
         try:
