@@ -418,6 +418,62 @@ def run_check(mods, csv_dir, out=sys.stdout):
     return totals
 
 
+# The tables kept in the repository -------------------------------------------
+# --check and the data-shipped QtTest compare with a trimmed copy of the
+# OpenHolidays public-holiday tables under tests/data/openholidays, so they run
+# in every clone. --import-tables refreshes that copy from a full download.
+
+TABLES = os.path.join(REPO, "tests", "data", "openholidays")
+TABLE_COLUMNS = ("StartDate", "EndDate", "Type", "RegionalScope", "Subdivisions", "Name")
+REGION_COLUMNS = ("ShortName", "IsoCode", "Parent")
+ATTRIBUTION = (
+    "# Public-holiday tables for the rule checks\n\n"
+    "Contains data from the OpenHolidays project, https://www.openholidaysapi.org,\n"
+    "ODbL 1.0 (LICENSE.ODbL). Trimmed copy, made by `tools/holidays/generate.py\n"
+    "--import-tables DIR`: only the countries that have a rule module, only the\n"
+    "columns %s (public/<cc>.public.csv) and %s\n"
+    "(school/<cc>/subdivisions.csv), names only in English and the languages of\n"
+    "the country's calendar files. This database is available under the ODbL too.\n"
+) % (", ".join(TABLE_COLUMNS), ", ".join(REGION_COLUMNS))
+
+
+def _write_table(path, columns, rows):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "w", encoding="utf-8", newline="") as fh:
+        fh.write(";".join(columns) + "\n")
+        for row in rows:
+            fh.write(";".join((row.get(c) or "").replace(";", ",") for c in columns) + "\n")
+
+
+def _trim_names(field, langs):
+    parts = [p.strip() for p in field.split(",") if p.strip()]
+    kept = [p for i, p in enumerate(parts) if i == 0 or p.partition(" ")[0].lower() in langs]
+    return ",".join(kept)
+
+
+def import_tables(mods, source, dest=TABLES):
+    """Copies the rows of source/public and source/school/*/subdivisions.csv that the checks use."""
+    import shutil
+    written = []
+    for cc, mod in mods.items():
+        path = os.path.join(source, "public", cc + ".public.csv")
+        if not os.path.exists(path):
+            continue
+        langs = {"en"} | {loc[:2] for loc in mod.build()}
+        rows = [dict(r, Name=_trim_names(r.get("Name", ""), langs)) for r in read_csv(path)]
+        _write_table(os.path.join(dest, "public", cc + ".public.csv"), TABLE_COLUMNS, rows)
+        written.append(cc)
+        regions = os.path.join(source, "school", cc, "subdivisions.csv")
+        if os.path.exists(regions):
+            _write_table(os.path.join(dest, "school", cc, "subdivisions.csv"), REGION_COLUMNS,
+                         read_csv(regions))
+    for name in ("LICENSE.ODbL",):
+        shutil.copyfile(os.path.join(source, "public", name), os.path.join(dest, name))
+    with open(os.path.join(dest, "README.md"), "w", encoding="utf-8") as fh:
+        fh.write(ATTRIBUTION)
+    return written
+
+
 # Self-test ------------------------------------------------------------------
 # Run with --self-test. The generic part checks the writer, the validation, the
 # vacation merge and the CSV comparison on small made-up inputs; the per-country
@@ -713,16 +769,21 @@ def main(argv=None):
     ap.add_argument("--check", action="store_true", help="compare the rules with the OpenHolidays CSVs")
     ap.add_argument("--self-test", action="store_true", help="run the generator and rule tests")
     ap.add_argument("--only", help="comma-separated country codes (default: all rule modules)")
-    ap.add_argument("--openholidays", help="directory of the <cc>.public.csv files")
+    ap.add_argument("--openholidays", help="directory of the <cc>.public.csv files (default: %s)"
+                    % os.path.relpath(os.path.join(TABLES, "public"), REPO))
+    ap.add_argument("--import-tables", metavar="DIR",
+                    help="refresh the trimmed tables from an OpenHolidays download (DIR has public/, school/)")
     ap.add_argument("--out", default=os.path.join(REPO, "data", "holidays"), help="output directory")
     args = ap.parse_args(argv)
     only = set(args.only.lower().split(",")) if args.only else None
     if args.self_test:
         return self_test(only)
     mods = rule_modules(only)
+    if args.import_tables:
+        print("tables for:", " ".join(import_tables(mods, args.import_tables)))
+        return 0
     if args.check:
-        csv_dir = args.openholidays or os.path.join(
-            os.path.dirname(REPO), "shared", "data-sources", "openholidays", "public")
+        csv_dir = args.openholidays or os.path.join(TABLES, "public")
         run_check(mods, csv_dir)
         return 0
     for locale, nprov in generate(mods, args.out, load_school()):
