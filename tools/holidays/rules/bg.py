@@ -6,7 +6,9 @@ amendment of the Labour Code, first kept in 2009. When a holiday other than the
 Easter days falls on a Saturday or Sunday, the first working day after it is
 off (art. 154(2)); those days are written per year. Working days moved by the
 government's yearly decrees (bridges) are not included. 1 November (Day of the
-National Awakeners) is a day off only for schools: shown.
+National Awakeners) is a day off only for schools: shown. 31 December 2025
+and 2 January 2026 were one-off days off for the changeover to the euro
+(Council of Ministers' decision; taken from the OpenHolidays table).
 """
 import datetime as dt
 
@@ -65,6 +67,8 @@ def build():
         fixed(11, 1, "Ден на народните будители", "show"),
         [fixed(m, d, n) for m, d, n in FIXED[7:]],
         [dated(d, n) for y in YEARS for d, n in substitutes(y)],
+        dated(dt.date(2025, 12, 31), "Ден на приемане на еврото"),
+        dated(dt.date(2026, 1, 2), "Ден на приемане на еврото"),
     ])
     return {"bg_BG": {"code": "BG", "title": "България", "nationwide": days, "provinces": []}}
 
@@ -72,8 +76,8 @@ def build():
 TESTS = {
     # official calendar 2025 (without the bridge days of the government's decree)
     ("", 2025): "01-01 03-03 04-18 04-19 04-20 04-21 05-01 05-06 05-24 05-26 09-06 09-08 09-22 "
-                "12-24 12-25 12-26",
-    ("", 2026): "01-01 03-03 04-10 04-11 04-12 04-13 05-01 05-06 05-24 05-25 09-06 09-07 09-22 "
+                "12-24 12-25 12-26 12-31",
+    ("", 2026): "01-01 01-02 03-03 04-10 04-11 04-12 04-13 05-01 05-06 05-24 05-25 09-06 09-07 09-22 "
                 "12-24 12-25 12-26 12-28",
     ("", 2021): "01-01 03-03 04-30 05-01 05-01 05-02 05-03 05-04 05-06 05-24 09-06 09-22 12-24 12-25 12-26 "
                 "12-27 12-28",

@@ -6,11 +6,12 @@ Day until 2019, now the Day of the Croatian Parliament) memorial days, shown,
 and added Remembrance Day on 18 November. Corpus Christi has been a day off
 since 2002 (one-off days, kept 60 days after the library's Easter). The feasts
 of other religious communities are days off only for their members and are
-left out.
+left out. Since 2020 the day of national elections or a referendum is a day off
+when it falls on a working day (17 April 2024, the parliamentary elections).
 """
 import datetime as dt
 
-from common import YEARS, fixed, flatten, library_easter, rule, yearly
+from common import YEARS, dated, fixed, flatten, library_easter, rule, yearly
 
 _LAST = YEARS[-1] + 1
 OLD, NEW = range(2000, 2020), range(2020, _LAST)
@@ -35,6 +36,7 @@ def build():
         rule(13, "Svi sveti"),
         fixed(11, 18, "Dan sjećanja na žrtve Domovinskog rata i Dan sjećanja na žrtvu Vukovara "
                       "i Škabrnje", years=NEW),
+        dated(dt.date(2024, 4, 17), "Dan izbora"),
         rule(16, "Božić"),
         rule(17, "Sveti Stjepan"),
     ])
@@ -44,5 +46,6 @@ def build():
 TESTS = {
     ("", 2001): "01-01 01-06 04-15 04-16 05-01 06-22 06-25 08-05 08-15 10-08 11-01 12-25 12-26",
     ("", 2019): "01-01 01-06 04-21 04-22 05-01 06-20 06-22 06-25 08-05 08-15 10-08 11-01 12-25 12-26",
+    ("", 2024): "01-01 01-06 03-31 04-01 04-17 05-01 05-30 05-30 06-22 08-05 08-15 11-01 11-18 12-25 12-26",
     ("", 2025): "01-01 01-06 04-20 04-21 05-01 05-30 06-19 06-22 08-05 08-15 11-01 11-18 12-25 12-26",
 }
