@@ -429,11 +429,12 @@ REGION_COLUMNS = ("ShortName", "IsoCode", "Parent")
 ATTRIBUTION = (
     "# Public-holiday tables for the rule checks\n\n"
     "Contains data from the OpenHolidays project, https://www.openholidaysapi.org,\n"
-    "ODbL 1.0 (LICENSE.ODbL). Trimmed copy, made by `tools/holidays/generate.py\n"
-    "--import-tables DIR`: only the countries that have a rule module, only the\n"
-    "columns %s (public/<cc>.public.csv) and %s\n"
-    "(school/<cc>/subdivisions.csv), names only in English and the languages of\n"
-    "the country's calendar files. This database is available under the ODbL too.\n"
+    "ODbL 1.0 (LICENSE.ODbL; source revision in PROVENANCE.txt). Trimmed copy, made\n"
+    "by `tools/holidays/generate.py --import-tables DIR`: only the countries that\n"
+    "have a rule module; only the columns\n%s (public/<cc>.public.csv)\n"
+    "and %s (school/<cc>/subdivisions.csv); names only in\n"
+    "their first language, English and the languages of the country's calendar\n"
+    "files. This trimmed database is available under the ODbL 1.0 too.\n"
 ) % (", ".join(TABLE_COLUMNS), ", ".join(REGION_COLUMNS))
 
 
@@ -467,7 +468,7 @@ def import_tables(mods, source, dest=TABLES):
         if os.path.exists(regions):
             _write_table(os.path.join(dest, "school", cc, "subdivisions.csv"), REGION_COLUMNS,
                          read_csv(regions))
-    for name in ("LICENSE.ODbL",):
+    for name in ("LICENSE.ODbL", "PROVENANCE.txt"):
         shutil.copyfile(os.path.join(source, "public", name), os.path.join(dest, name))
     with open(os.path.join(dest, "README.md"), "w", encoding="utf-8") as fh:
         fh.write(ATTRIBUTION)
