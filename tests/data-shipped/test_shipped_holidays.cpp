@@ -197,6 +197,8 @@ private slots:
         row("GR Clean Monday 2026", "el_GR", "", 2026, 2, 23, true);
         row("GR Holy Spirit Monday 2027", "el_GR", "", 2027, 6, 21, true);
         row("GR Ochi Day", "el_GR", "", 2025, 10, 28, true);
+        row("GR-F Ionian union day", "el_GR", "F", 2026, 5, 21, true);
+        row("GR no Ionian union day elsewhere", "el_GR", "", 2026, 5, 21, false);
         row("CY Easter Tuesday 2027", "el_CY", "", 2027, 5, 4, true);
         row("CY National Day", "el_CY", "", 2026, 4, 1, true);
         row("RO Rusalii Monday 2026", "ro_RO", "", 2026, 6, 1, true);

@@ -4,9 +4,9 @@ Easter is the Orthodox one (orthodox_easter); Clean Monday, Good Friday,
 Easter Monday and Whit Monday (Αγίου Πνεύματος) follow it as one-off days.
 Holy Saturday is shown. When 1 May falls in Holy Week or Easter week, a
 ministerial decision moves the day off; the moves already made (2013, 2016,
-2021, 2024) are written, later coincidences keep 1 May until decided. Local
-days (town patrons, the Dodecanese's 7 March, the Ionian Islands' 21 May)
-are left out.
+2021, 2024) are written, later coincidences keep 1 May until decided. The Ionian
+Islands (ISO 3166-2:GR-F) keep the day of their union with Greece (21 May).
+Days of smaller areas (town patrons, the Dodecanese's 7 March) are left out.
 """
 import datetime as dt
 
@@ -38,11 +38,14 @@ def build():
         fixed(12, 25, "Χριστούγεννα"),
         fixed(12, 26, "Σύναξη της Υπεραγίας Θεοτόκου"),
     ])
-    return {"el_GR": {"code": "GR", "title": "Ελλάδα", "nationwide": days, "provinces": []}}
+    provinces = [{"code": "F", "title": "Ιόνια Νησιά",
+                  "days": [fixed(5, 21, "Επέτειος της Ένωσης της Επτανήσου με την Ελλάδα")]}]
+    return {"el_GR": {"code": "GR", "title": "Ελλάδα", "nationwide": days, "provinces": provinces}}
 
 
 TESTS = {
     ("", 2024): "01-01 01-06 03-18 03-25 05-03 05-05 05-06 05-07 06-24 08-15 10-28 12-25 12-26",
     ("", 2025): "01-01 01-06 03-03 03-25 04-18 04-20 04-21 05-01 06-09 08-15 10-28 12-25 12-26",
+    ("F", 2025): "01-01 01-06 03-03 03-25 04-18 04-20 04-21 05-01 05-21 06-09 08-15 10-28 12-25 12-26",
     ("", 2026): "01-01 01-06 02-23 03-25 04-10 04-12 04-13 05-01 06-01 08-15 10-28 12-25 12-26",
 }
