@@ -116,6 +116,11 @@ def yearly(func, name, honor="free", years=YEARS):
     return out
 
 
+def orthodox_day(offset, name, honor="free", years=YEARS):
+    """One-off days `offset` days from Orthodox Easter (orthodox_easter), for every year."""
+    return yearly(lambda y: orthodox_easter(y) + _dt.timedelta(days=offset), name, honor, years)
+
+
 def flatten(items):
     """Rule modules may mix single records and lists of records."""
     out = []

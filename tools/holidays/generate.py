@@ -21,6 +21,7 @@ import argparse
 import collections
 import csv
 import datetime as dt
+import glob
 import importlib
 import os
 import re
@@ -138,9 +139,7 @@ def normalise(locale, entry, school=None):
         provinces.append({"code": code, "title": prov.get("title") or code,
                           "days": days, "vacations": []})
     out = {"code": entry["code"], "title": entry["title"], "nationwide": nationwide,
-           "vacations": [], "provinces": provinces, "note": entry.get("note", "")}
-    if "--" in out["note"] or out["note"].endswith("-"):
-        raise RuleError("%s: the note cannot be written as an XML comment" % where)
+           "vacations": [], "provinces": provinces}
     if entry["code"] != LOCALE_RE.match(locale).group(2):
         raise RuleError("%s: country code %r does not match the locale" % (where, entry["code"]))
     if school is not None:
@@ -186,8 +185,11 @@ def vacation_xml(vac, indent):
 
 def render(locale, data):
     lang, country = LOCALE_RE.match(locale).groups()
-    out = [HEADER, ("<!-- %s -->\n" % data["note"]) if data.get("note") else "",
-           "<holidays language=%s country=%s>\n" % (attr(lang), attr(country)),
+    out = [HEADER]
+    if data.get("note"):
+        # a module's FILE_NOTE: what the file lacks (no "--" inside an XML comment)
+        out.append("<!-- %s -->\n" % data["note"].replace("--", "-"))
+    out += ["<holidays language=%s country=%s>\n" % (attr(lang), attr(country)),
            "  <country name=%s title=%s>\n" % (attr(data["code"]), attr(data["title"]))]
     if data["nationwide"] or data["vacations"]:
         out.append("    <nationwide>\n")
@@ -209,6 +211,7 @@ def generate(mods, outdir, school):
     for cc, mod in mods.items():
         for locale, entry in sorted(mod.build().items()):
             data = normalise(locale, entry, school)
+            data["note"] = getattr(mod, "FILE_NOTE", "")
             path = os.path.join(outdir, locale + ".xml")
             with open(path, "w", encoding="utf-8", newline="\n") as fh:
                 fh.write(render(locale, data))
@@ -415,6 +418,63 @@ def run_check(mods, csv_dir, out=sys.stdout):
     return totals
 
 
+# The tables kept in the repository -------------------------------------------
+# --check and the data-shipped QtTest compare with a trimmed copy of the
+# OpenHolidays public-holiday tables under tests/data/openholidays, so they run
+# in every clone. --import-tables refreshes that copy from a full download.
+
+TABLES = os.path.join(REPO, "tests", "data", "openholidays")
+TABLE_COLUMNS = ("StartDate", "EndDate", "Type", "RegionalScope", "Subdivisions", "Name")
+REGION_COLUMNS = ("ShortName", "IsoCode", "Parent")
+ATTRIBUTION = (
+    "# Public-holiday tables for the rule checks\n\n"
+    "Contains data from the OpenHolidays project, https://www.openholidaysapi.org,\n"
+    "ODbL 1.0 (LICENSE.ODbL; source revision in PROVENANCE.txt). Trimmed copy, made\n"
+    "by `tools/holidays/generate.py --import-tables DIR`: only the countries that\n"
+    "have a rule module; only the columns\n%s (public/<cc>.public.csv)\n"
+    "and %s (school/<cc>/subdivisions.csv); names only in\n"
+    "their first language, English and the languages of the country's calendar\n"
+    "files. This trimmed database is available under the ODbL 1.0 too.\n"
+) % (", ".join(TABLE_COLUMNS), ", ".join(REGION_COLUMNS))
+
+
+def _write_table(path, columns, rows):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "w", encoding="utf-8", newline="") as fh:
+        fh.write(";".join(columns) + "\n")
+        for row in rows:
+            fh.write(";".join((row.get(c) or "").replace(";", ",") for c in columns) + "\n")
+
+
+def _trim_names(field, langs):
+    parts = [p.strip() for p in field.split(",") if p.strip()]
+    kept = [p for i, p in enumerate(parts) if i == 0 or p.partition(" ")[0].lower() in langs]
+    return ",".join(kept)
+
+
+def import_tables(mods, source, dest=TABLES):
+    """Copies the rows of source/public and source/school/*/subdivisions.csv that the checks use."""
+    import shutil
+    written = []
+    for cc, mod in mods.items():
+        path = os.path.join(source, "public", cc + ".public.csv")
+        if not os.path.exists(path):
+            continue
+        langs = {"en"} | {loc[:2] for loc in mod.build()}
+        rows = [dict(r, Name=_trim_names(r.get("Name", ""), langs)) for r in read_csv(path)]
+        _write_table(os.path.join(dest, "public", cc + ".public.csv"), TABLE_COLUMNS, rows)
+        written.append(cc)
+        regions = os.path.join(source, "school", cc, "subdivisions.csv")
+        if os.path.exists(regions):
+            _write_table(os.path.join(dest, "school", cc, "subdivisions.csv"), REGION_COLUMNS,
+                         read_csv(regions))
+    for name in ("LICENSE.ODbL", "PROVENANCE.txt"):
+        shutil.copyfile(os.path.join(source, "public", name), os.path.join(dest, name))
+    with open(os.path.join(dest, "README.md"), "w", encoding="utf-8") as fh:
+        fh.write(ATTRIBUTION)
+    return written
+
+
 # Self-test ------------------------------------------------------------------
 # Run with --self-test. The generic part checks the writer, the validation, the
 # vacation merge and the CSV comparison on small made-up inputs; the per-country
@@ -497,11 +557,58 @@ _ORTHODOX_EASTER = {
 def _test_orthodox_easter():
     for year, mmdd in sorted(_ORTHODOX_EASTER.items()):
         _eq(common.orthodox_easter(year).strftime("%m-%d"), mmdd, "Orthodox Easter %d" % year)
+    _eq(common.orthodox_easter(2100), dt.date(2100, 5, 2), "Orthodox Easter 2100 (14 days' lag)")
     for y in common.YEARS:
         d = common.orthodox_easter(y)
-        _eq((d.weekday(), dt.date(y, 4, 4) <= d <= dt.date(y, 5, 9) if y < 2100 else d <= dt.date(y, 5, 10)),
-            (common.SUN, True), "Orthodox Easter %d is a Sunday in its window" % y)
-        _eq(d >= common.easter(y), True, "Orthodox Easter %d not before the Western one" % y)
+        # 22 March - 25 April Julian: 4 April - 8 May Gregorian until 2099, a day later in 2100
+        lag = dt.timedelta(days=1 if y == 2100 else 0)
+        _eq((d.weekday(), dt.date(y, 4, 4) + lag <= d <= dt.date(y, 5, 8) + lag, d >= common.easter(y)),
+            (common.SUN, True, True), "Orthodox Easter %d: a Sunday in its window, not before the Western one" % y)
+
+
+def _easter_relative_drift(path):
+    """Dated days of one data file that follow Easter but not the library's Easter.
+
+    The days of one name in one region are Easter-relative when they keep one
+    distance to Easter (the true one or the library's) in every year they occur.
+    Such days must keep that distance to the library's Easter, which the file's
+    own Easter-based ids use, or a year like 2049 would mix two Easters.
+    """
+    from xml.dom import minidom
+    groups = collections.defaultdict(list)
+    for section in minidom.parse(path).getElementsByTagName("country")[0].childNodes:
+        if section.nodeType != section.ELEMENT_NODE:
+            continue
+        for day in section.getElementsByTagName("day"):
+            m = DATE_RE.match(day.getAttribute("date"))
+            if m and m.group(1) != "xxxx":
+                date = dt.date(*map(int, m.groups()))
+                groups[(section.getAttribute("name"), day.getAttribute("name"))].append(date)
+    drift = []
+    for key, dates in sorted(groups.items()):
+        if len({d.year for d in dates}) < 2:
+            continue
+        true = {d - common.easter(d.year) for d in dates}
+        lib = {d - common.library_easter(d.year) for d in dates}
+        if len(lib) != 1 and len(true) == 1:
+            off = true.pop()
+            drift.append((key, sorted(d for d in dates if d - common.library_easter(d.year) != off)))
+    return drift
+
+
+def _test_easter_relative_days():
+    paths = sorted(glob.glob(os.path.join(REPO, "data", "holidays", "*.xml")))
+    _eq(bool(paths), True, "shipped holiday files found")
+    for path in paths:
+        _eq(_easter_relative_drift(path), [], "%s: dated days off the library's Easter"
+            % os.path.basename(path))
+    # The check itself: a Good Friday written with the true Easter drifts in 2049.
+    tmp = os.path.join(__import__("tempfile").mkdtemp(), "xx_XX.xml")
+    good_friday = [common.dated(common.easter(y) - dt.timedelta(days=2), "GF") for y in (2048, 2049)]
+    with open(tmp, "w", encoding="utf-8") as fh:
+        fh.write(render("xx_XX", normalise("xx_XX", {"code": "XX", "title": "t",
+                                                     "nationwide": good_friday, "provinces": []})))
+    _eq(_easter_relative_drift(tmp), [(("", "GF"), [dt.date(2049, 4, 16)])], "drift is found")
 
 
 def _test_writer():
@@ -636,7 +743,7 @@ def _test_module(cc, mod):
 
 def self_test(only=None):
     failures, count = 0, 0
-    generic = [_test_quirk_years, _test_orthodox_easter, _test_writer, _test_validation, _test_compare]
+    generic = [_test_quirk_years, _test_orthodox_easter, _test_easter_relative_days, _test_writer, _test_validation, _test_compare]
     for func in generic:
         count += 1
         try:
@@ -665,16 +772,21 @@ def main(argv=None):
     ap.add_argument("--check", action="store_true", help="compare the rules with the OpenHolidays CSVs")
     ap.add_argument("--self-test", action="store_true", help="run the generator and rule tests")
     ap.add_argument("--only", help="comma-separated country codes (default: all rule modules)")
-    ap.add_argument("--openholidays", help="directory of the <cc>.public.csv files")
+    ap.add_argument("--openholidays", help="directory of the <cc>.public.csv files (default: %s)"
+                    % os.path.relpath(os.path.join(TABLES, "public"), REPO))
+    ap.add_argument("--import-tables", metavar="DIR",
+                    help="refresh the trimmed tables from an OpenHolidays download (DIR has public/, school/)")
     ap.add_argument("--out", default=os.path.join(REPO, "data", "holidays"), help="output directory")
     args = ap.parse_args(argv)
     only = set(args.only.lower().split(",")) if args.only else None
     if args.self_test:
         return self_test(only)
     mods = rule_modules(only)
+    if args.import_tables:
+        print("tables for:", " ".join(import_tables(mods, args.import_tables)))
+        return 0
     if args.check:
-        csv_dir = args.openholidays or os.path.join(
-            os.path.dirname(REPO), "shared", "data-sources", "openholidays", "public")
+        csv_dir = args.openholidays or os.path.join(TABLES, "public")
         run_check(mods, csv_dir)
         return 0
     for locale, nprov in generate(mods, args.out, load_school()):

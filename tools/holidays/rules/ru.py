@@ -23,7 +23,7 @@ from common import SAT, SUN, YEARS, dated, flatten
 
 DAY = dt.timedelta(days=1)
 
-NOTE = ("Russia: the days off moved by government decree are listed for 2020-2026; "
+FILE_NOTE = ("Russia: the days off moved by government decree are listed for 2020-2026; "
         "the working Saturdays given in exchange cannot be expressed in this format and are missing")
 
 NEW_YEAR_HOLIDAYS = "Новогодние каникулы"
@@ -99,7 +99,7 @@ NATIONWIDE = flatten([dated(d, name) for y in YEARS for d, name in days_off(y)])
 
 
 def build():
-    return {"ru_RU": {"code": "RU", "title": "Россия", "note": NOTE,
+    return {"ru_RU": {"code": "RU", "title": "Россия",
                       "nationwide": NATIONWIDE, "provinces": []}}
 
 

@@ -20,7 +20,7 @@ from common import SAT, SUN, YEARS, dated, flatten, orthodox_easter, rule
 DAY = dt.timedelta(days=1)
 MARTIAL_LAW = (dt.date(2022, 2, 24), dt.date(2026, 12, 31))
 
-NOTE = ("Ukraine: martial law since 24 February 2022 suspends the days off; from then through 2026 "
+FILE_NOTE = ("Ukraine: martial law since 24 February 2022 suspends the days off; from then through 2026 "
         "the holidays are named days, not days off")
 DAY_OFF = "Вихідний день (перенесений)"
 
@@ -78,7 +78,7 @@ NATIONWIDE = flatten([
 
 
 def build():
-    return {"uk_UA": {"code": "UA", "title": "Україна", "note": NOTE,
+    return {"uk_UA": {"code": "UA", "title": "Україна",
                       "nationwide": NATIONWIDE, "provinces": []}}
 
 
