@@ -502,8 +502,8 @@ def _free_mmdd(entry, region, year):
     provs = {p["code"]: p["days"] for p in entry["provinces"]}
     if region and region not in provs:
         raise _Fail("no province %r" % region)
-    return " ".join(sorted({d.strftime("%m-%d") for d, n, h in
-                           common.expand(entry["nationwide"], provs.get(region), year) if h == "free"}))
+    return " ".join(sorted(d.strftime("%m-%d") for d, n, h in
+                           common.expand(entry["nationwide"], provs.get(region), year) if h == "free"))
 
 
 def _parse_back(text):

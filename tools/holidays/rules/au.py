@@ -15,11 +15,13 @@ marked free for the state.  The Friday before the AFL Grand Final (Victoria,
 from 2015) is only known once the match is scheduled: the dates up to 2025
 are listed.  Local days (Hobart Regatta, Brisbane's Show day, town cups) are
 left out; the evening part-days of Christmas Eve and New Year's Eve (SA, NT,
-Qld) are named days.
+Qld) are named days.  Days relative to Easter that have no rule id of their
+own (Easter Saturday, Easter Tuesday) follow the library's Easter, as the
+rule-id days do.
 """
 import datetime as dt
 
-from common import (MON, SAT, SUN, TUE, YEARS, dated, easter, fixed, flatten, nth_weekday,
+from common import (MON, SAT, SUN, TUE, YEARS, dated, library_easter, fixed, flatten, nth_weekday,
                     rule, substitute_days, yearly)
 
 DAY = dt.timedelta(days=1)
@@ -48,7 +50,7 @@ def sovereign(func, years=YEARS):
             + yearly(func, "King's Birthday", years=[y for y in years if y >= 2023]))
 
 
-EASTER_SATURDAY = yearly(lambda y: easter(y) - DAY, "Easter Saturday")
+EASTER_SATURDAY = yearly(lambda y: library_easter(y) - DAY, "Easter Saturday")
 EASTER_SUNDAY = rule(4, "Easter Sunday")
 SECOND_MONDAY_JUNE = sovereign(lambda y: nth_weekday(y, 6, MON, 2))
 LABOUR_DAY = "Labour Day"
@@ -112,14 +114,14 @@ STATES = [
         CHRISTMAS_EVE_PART, NYE_PART]),
     ("QLD", "Queensland", [
         EASTER_SATURDAY,
-        yearly(lambda y: easter(y), "Easter Sunday", years=since(2017)),
+        yearly(lambda y: library_easter(y), "Easter Sunday", years=since(2017)),
         yearly(qld_labour_day, LABOUR_DAY), sovereign(qld_sovereign),
         rule(15, "Christmas Eve (from 6 pm)", "show")]),
     ("SA", "South Australia", [
         EASTER_SATURDAY, yearly(adelaide_cup, "Adelaide Cup Day"), SECOND_MONDAY_JUNE,
         monday(10, 1)(LABOUR_DAY), rule(17, "Proclamation Day"), CHRISTMAS_EVE_PART, NYE_PART]),
     ("TAS", "Tasmania", [
-        monday(3, 2)("Eight Hours Day"), yearly(lambda y: easter(y) + 2 * DAY, "Easter Tuesday", "show"),
+        monday(3, 2)("Eight Hours Day"), yearly(lambda y: library_easter(y) + 2 * DAY, "Easter Tuesday", "show"),
         SECOND_MONDAY_JUNE]),
     ("VIC", "Victoria", [
         monday(3, 2)(LABOUR_DAY), EASTER_SATURDAY, EASTER_SUNDAY, SECOND_MONDAY_JUNE,

@@ -15,7 +15,7 @@ that every state can be chosen.
 """
 import datetime as dt
 
-from common import YEARS, easter, fixed, flatten, rule, yearly
+from common import YEARS, library_easter, fixed, flatten, rule, yearly
 
 
 def since(first):
@@ -25,7 +25,7 @@ def since(first):
 NATIONWIDE = flatten([
     rule(19, "Confraternização Universal"),
     rule(20, "Carnaval (segunda-feira)", "show"),
-    yearly(lambda y: easter(y) - dt.timedelta(days=47), "Carnaval", "show"),
+    yearly(lambda y: library_easter(y) - dt.timedelta(days=47), "Carnaval", "show"),
     rule(21, "Quarta-feira de Cinzas", "show"),
     rule(3, "Sexta-feira da Paixão"),
     rule(4, "Páscoa", "show"),

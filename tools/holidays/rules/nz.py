@@ -17,7 +17,7 @@ Dominion Day covers only part of Canterbury and is left out.
 """
 import datetime as dt
 
-from common import (FRI, MON, TUE, YEARS, dated, easter, fixed, flatten, nearest_weekday,
+from common import (FRI, MON, TUE, YEARS, dated, library_easter, fixed, flatten, nearest_weekday,
                     nth_weekday, rule, substitute_days, weekday_on_or_after, yearly)
 
 DAY = dt.timedelta(days=1)
@@ -97,7 +97,7 @@ REGIONS = [
     ("NTL", "Northland", AUCKLAND),
     ("OTA", "Otago", yearly(nearest_monday(3, 23), "Otago Anniversary Day")),
     # Easter Tuesday since 2012; before, the Monday nearest 17 January.
-    ("STL", "Southland", yearly(lambda y: easter(y) + 2 * DAY if y >= 2012 else
+    ("STL", "Southland", yearly(lambda y: library_easter(y) + 2 * DAY if y >= 2012 else
                                 nearest_weekday(dt.date(y, 1, 17), MON), "Southland Anniversary Day")),
     ("TAS", "Tasman", NELSON),
     ("TKI", "Taranaki", yearly(lambda y: nth_weekday(y, 3, MON, 2), "Taranaki Anniversary Day")),

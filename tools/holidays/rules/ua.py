@@ -85,7 +85,7 @@ def build():
 # Days off from the yearly lists of the Ministry of Social Policy, without the
 # recommended bridge days (weekend days that are holidays included).
 TESTS = {
-    ("", 2016): "01-01 01-07 03-08 05-01 05-02 05-03 05-09 06-19 06-20 06-28 08-24 10-14",
+    ("", 2016): "01-01 01-07 03-08 05-01 05-01 05-02 05-03 05-09 06-19 06-20 06-28 08-24 10-14",
     ("", 2019): "01-01 01-07 03-08 04-28 04-29 05-01 05-09 06-16 06-17 06-28 08-24 08-26 10-14 12-25",
     ("", 2022): "01-01 01-03 01-07",
 }
