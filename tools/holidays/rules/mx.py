@@ -9,7 +9,8 @@ up to 2018; since the constitutional reform of 2014 (first applied in 2024)
 1 October.  Holy Thursday and Friday, the Day of the Dead, the Virgin of
 Guadalupe and the Battle of Puebla are days off by custom or in public
 offices only; they are named days.  The states have no days off of their own
-that differ from these.
+that differ from these.  1 May stays on its date when it is a Saturday or
+Sunday (the OpenHolidays table moves it in 2021 and 2022; the law does not).
 """
 import datetime as dt
 
