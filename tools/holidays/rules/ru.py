@@ -11,8 +11,8 @@ Transfers: a holiday on a Saturday or Sunday moves that day off to the next
 working day (art. 112); from 2013 this no longer holds for the January
 holidays, whose days off the government moves by decree.  Each year the
 government also moves days off to make bridges, in exchange for working
-Saturdays.  For 2020-2024 the file has the complete lists of the government
-decrees (as collected by OpenHolidays, ODbL), weekends included; for 2025
+Saturdays.  For 2015-2024 the file has the complete lists of the government
+decrees (2020-2024 as collected by OpenHolidays, ODbL, weekends included); for 2025
 and 2026 the days moved by their decrees (2025: 2 May, 3 November,
 31 December; 2026: 9 January, 31 December) on top of the art. 112 rule; for the other years only the art. 112 rule.  The
 working Saturdays cannot be written in the file format and are missing.
@@ -23,15 +23,21 @@ from common import SAT, SUN, YEARS, dated, flatten
 
 DAY = dt.timedelta(days=1)
 
-FILE_NOTE = ("Russia: the days off moved by government decree are listed for 2020-2026; "
+FILE_NOTE = ("Russia: the days off moved by government decree are listed for 2015-2026; "
         "the working Saturdays given in exchange cannot be expressed in this format and are missing")
 
 NEW_YEAR_HOLIDAYS = "Новогодние каникулы"
 DAY_OFF = "Выходной день"
 
 # Days off of the government decrees beyond the holidays themselves (MM-DD);
-# for these years the list is complete and replaces the art. 112 rule.
+# for these years the list is complete and replaces the art. 112 rule.  For
+# 2015-2019 the weekdays only, from the decrees published the year before.
 DECREES = {
+    2015: "01-09 03-09 05-04 05-11",
+    2016: "02-22 03-07 05-02 05-03 06-13",
+    2017: "02-24 05-08 11-06",
+    2018: "03-09 04-30 05-02 06-11 11-05 12-31",
+    2019: "05-02 05-03 05-10",
     2020: "02-22 02-24 03-07 03-09 05-02 05-03 05-04 05-05 05-10 05-11 06-13 06-14",
     2021: "01-09 01-10 02-21 02-22 03-06 03-07 05-02 05-03 05-08 05-10 06-13 06-14 11-05 11-06 11-07 12-31",
     2022: "01-09 03-06 03-07 04-30 05-02 05-03 05-07 05-08 05-10 06-11 06-13 11-05 11-06",
@@ -106,6 +112,8 @@ def build():
 # Non-working days (weekends that are holidays or listed days off included) from the
 # production calendars of the Ministry of Labour.
 TESTS = {
+    ("", 2019): "01-01 01-02 01-03 01-04 01-05 01-06 01-07 01-08 02-23 03-08 05-01 05-02 05-03 05-09 "
+              "05-10 06-12 11-04",
     ("", 2022): "01-01 01-02 01-03 01-04 01-05 01-06 01-07 01-08 01-09 02-23 03-06 03-07 03-08 04-30 05-01 "
               "05-02 05-03 05-07 05-08 05-09 05-10 06-11 06-12 06-13 11-04 11-05 11-06",
     ("", 2026): "01-01 01-02 01-03 01-04 01-05 01-06 01-07 01-08 01-09 02-23 03-08 03-09 05-01 05-09 "
