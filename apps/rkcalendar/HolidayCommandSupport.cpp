@@ -37,9 +37,24 @@ QList<RKLocale> holidayLocales()
     return locales;
 }
 
+// The feature words the tool acts on.
+const RKCalendariumFeaturesEnum TOOL_FEATURES[] = {RKCalendariumFeatureHolidays, RKCalendariumFeatureVacations,
+    RKCalendariumFeatureMoonPhases};
+
 } // namespace
 
-bool parseHolidayLocale(const QString& text, RKLocale& locale, QTextStream& err)
+QList<QCommandLineOption> holidayOptions(const QString& defaultFeatures)
+{
+    return {valueOption(QStringLiteral("locale"), QStringLiteral("holiday locale, e.g. de_DE (required)"),
+                QStringLiteral("locale")),
+        valueOption(QStringLiteral("province"),
+            QStringLiteral("province code, e.g. BY (default: the nationwide days only)"), QStringLiteral("code")),
+        valueOption(QStringLiteral("features"),
+            QStringLiteral("comma-separated: holidays, vacations, moonphases (default: %1)").arg(defaultFeatures),
+            QStringLiteral("list"))};
+}
+
+bool parseHolidayLocale(const QString& text, RKLocale& locale, CommandContext& context)
 {
     const QList<RKLocale> known = holidayLocales();
     const RKLocale parsed = RKLocale::decodeName(text);
@@ -47,43 +62,43 @@ bool parseHolidayLocale(const QString& text, RKLocale& locale, QTextStream& err)
         locale = parsed;
         return true;
     }
-    if (text.isEmpty())
-        err << "rkcalendar: --locale is required";
-    else
-        err << "rkcalendar: unknown locale \"" << text << "\"";
-    err << " (valid: " << joinLocales(known) << ")\n";
+    const QString what = text.isEmpty() ? QStringLiteral("--locale is required")
+                                         : QStringLiteral("unknown locale \"%1\"").arg(text);
+    context.warn(QStringLiteral("%1 (valid: %2)").arg(what, joinLocales(known)));
     return false;
 }
 
-bool checkProvince(const RKLocale& locale, const QString& text, QTextStream& err)
+bool checkProvince(const RKLocale& locale, const QString& text, CommandContext& context)
 {
     if (text.isEmpty())
         return true;
     const QStringList provinces = RKCalendariumHolidayCalculator::instance().availableProvinces(locale);
     if (provinces.contains(text))
         return true;
-    err << "rkcalendar: unknown province \"" << text << "\" for " << locale.name() << " (valid: "
-        << (provinces.isEmpty() ? QStringLiteral("none, the locale has nationwide days only")
-                                : provinces.join(QStringLiteral(", ")))
-        << ")\n";
+    context.warn(QStringLiteral("unknown province \"%1\" for %2 (valid: %3)")
+                     .arg(text, locale.name(),
+                         provinces.isEmpty() ? QStringLiteral("none, the locale has nationwide days only")
+                                             : provinces.join(QStringLiteral(", "))));
     return false;
 }
 
-bool checkFeatures(const QString& text, QTextStream& err)
+bool checkFeatures(const QString& text, CommandContext& context)
 {
+    QStringList valid;
+    for (RKCalendariumFeaturesEnum feature : TOOL_FEATURES)
+        valid << RKCalendariumFeatures(feature).encodeCSV();
     const QStringList pieces = text.split(QLatin1Char(','));
     for (const QString& part : pieces) {
-        if (RKCalendariumFeatures(part).isValid())
+        if (valid.contains(part.trimmed(), Qt::CaseInsensitive))
             continue;
-        const QStringList words = RKCalendariumFeatures(QString()).enumToStringTable().words();
-        err << "rkcalendar: unknown feature \"" << part.trimmed() << "\" (valid, comma-separated: "
-            << words.join(QStringLiteral(", ")) << ")\n";
+        context.warn(QStringLiteral("unknown feature \"%1\" (valid, comma-separated: %2)")
+                         .arg(part.trimmed(), valid.join(QStringLiteral(", "))));
         return false;
     }
     return true;
 }
 
-bool parseYear(const QString& option, const QString& text, int& year, QTextStream& err)
+bool parseYear(const QString& option, const QString& text, int& year, CommandContext& context)
 {
     bool ok = false;
     const int value = text.trimmed().toInt(&ok, 10);
@@ -91,7 +106,7 @@ bool parseYear(const QString& option, const QString& text, int& year, QTextStrea
         year = value;
         return true;
     }
-    err << "rkcalendar: --" << option << " \"" << text << "\" is not a year (valid: 1583 to 9999)\n";
+    context.warn(QStringLiteral("--%1 \"%2\" is not a year (valid: 1583 to 9999)").arg(option, text));
     return false;
 }
 
@@ -148,16 +163,16 @@ QHash<QString, QString> provinceTitles(const RKLocale& locale)
     return titles;
 }
 
-bool configFromOptions(const CommandOptions& options, const QString& defaultFeatures, QTextStream& err,
-    RKLocale& locale, RKCalendariumHolidayConfig& config)
+bool configFromOptions(CommandContext& context, const QString& defaultFeatures, RKLocale& locale,
+    RKCalendariumHolidayConfig& config)
 {
-    if (!parseHolidayLocale(options.value(QStringLiteral("locale")), locale, err))
+    if (!parseHolidayLocale(context.value(QStringLiteral("locale")), locale, context))
         return false;
-    const QString province = options.value(QStringLiteral("province"));
-    if (!checkProvince(locale, province, err))
+    const QString province = context.value(QStringLiteral("province"));
+    if (!checkProvince(locale, province, context))
         return false;
-    const QString features = options.value(QStringLiteral("features"), defaultFeatures);
-    if (!checkFeatures(features, err))
+    const QString features = context.value(QStringLiteral("features"), defaultFeatures);
+    if (!checkFeatures(features, context))
         return false;
     config = makeConfig(locale, province, features);
     return true;
