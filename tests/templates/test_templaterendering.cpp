@@ -101,6 +101,7 @@ private slots:
             const QString keep = QString::fromLocal8Bit(qgetenv("RKXML_KEEP_RENDERS"));
             qt.save(QStringLiteral("%1/%2-%3-qt.png").arg(keep, name, locale));
             other.save(QStringLiteral("%1/%2-%3-rsvg.png").arg(keep, name, locale));
+            qInfo("%s %s: mean difference %.4f", qPrintable(name), qPrintable(locale), difference);
         }
         QVERIFY2(difference <= 0.02, qPrintable(QStringLiteral("mean difference %1").arg(difference)));
     }

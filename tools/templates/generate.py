@@ -30,17 +30,17 @@ BLANK_IMAGE = ("data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFc
 SCHEMES = [
     ("Standard", "default.css", "Standard look: dark grey text, red Sundays and public holidays.", {
         "text": "#333333", "muted": "#8c8c8c", "accent": "#c0392b", "grid": "#d2d2d2", "band": "#f3f3f3",
-        "zebra": "#f7f7f7", "week_a": "#c0392b", "week_b": "#e6b0aa",
+        "zebra": "#f7f7f7", "label": "#5a5a5a", "week_a": "#c0392b", "week_b": "#e6b0aa",
         "sky": "#dce8f2", "sun": "#f2c14e", "far": "#a9c1b0", "near": "#6e9a74", "tree": "#3f6645", "ground": "#8fb394",
     }),
     ("Blue", "blue.css", "Blue: navy text, blue Sundays and public holidays.", {
         "text": "#1b2a41", "muted": "#7b879a", "accent": "#1f4e9c", "grid": "#c8d6ea", "band": "#e9f0f9",
-        "zebra": "#f3f7fc", "week_a": "#1f4e9c", "week_b": "#a9c1e6",
+        "zebra": "#f3f7fc", "label": "#3d4f6b", "week_a": "#1f4e9c", "week_b": "#a9c1e6",
         "sky": "#d3e2f4", "sun": "#ffffff", "far": "#9cb8dc", "near": "#5b86c0", "tree": "#274672", "ground": "#7fa2d0",
     }),
     ("Green", "green.css", "Green: forest text, green Sundays and public holidays.", {
         "text": "#1e3320", "muted": "#7e8d7f", "accent": "#2e7d32", "grid": "#cfe3cf", "band": "#ebf5ea",
-        "zebra": "#f4faf3", "week_a": "#2e7d32", "week_b": "#a8d5aa",
+        "zebra": "#f4faf3", "label": "#3d5a40", "week_a": "#2e7d32", "week_b": "#a8d5aa",
         "sky": "#e4f1de", "sun": "#f6d55c", "far": "#a8cc9c", "near": "#609c5b", "tree": "#2f5b2c", "ground": "#86b77f",
     }),
 ]
@@ -300,7 +300,7 @@ def css(title, comment, c):
         ".weeknum { %s font-size: 7px; fill: %s; }" % (font, c["muted"]),
         ".cell { fill: none; stroke: %s; stroke-width: 0.5; }" % c["grid"],
         ".daynum { %s font-size: 18px; font-weight: bold; }" % font,
-        ".holiday { %s font-size: 4.8px; fill: %s; }" % (font, c["accent"]),
+        ".holiday { %s font-size: 4.8px; fill: %s; }" % (font, c["label"]),
         "",
         ".cover_year { %s font-size: 72px; font-weight: bold; fill: %s; }" % (font, c["text"]),
         ".cover_year_end { %s font-size: 72px; font-weight: bold; fill: %s; }" % (font, c["text"]),
@@ -313,10 +313,10 @@ def css(title, comment, c):
         ".list_weeks { %s font-size: 7px; font-weight: bold; fill: %s; }" % (font, c["text"]),
         ".slot_even { fill: #ffffff; stroke: none; }",
         ".slot_odd { fill: %s; stroke: none; }" % c["zebra"],
-        ".week_bar { stroke-width: 3; }",
+        ".week_bar { stroke-width: 3; stroke-opacity: 1; }",
         ".list_num { %s font-size: 13px; font-weight: bold; stroke: none; }" % font,
         ".list_name { %s font-size: 9px; stroke: none; }" % font,
-        ".list_holiday { %s font-size: 8px; fill: %s; stroke: none; }" % (font, c["accent"]),
+        ".list_holiday { %s font-size: 8px; fill: %s; stroke: none; }" % (font, c["label"]),
         ".list_rule { stroke: %s; stroke-width: 0.5; }" % c["grid"],
         "",
         ".year_title { %s font-size: 40px; font-weight: bold; fill: %s; }" % (font, c["text"]),
@@ -341,10 +341,11 @@ def css(title, comment, c):
         for prefixes in (BLOCK_PREFIXES, LIST_PREFIXES):
             selectors = ["%s_cal_%s%d" % (p, kind, row) for p in prefixes for row in range(6)]
             rules.append(", ".join("." + s for s in selectors) + " { fill: %s; }" % colour[kind])
-    # List slots: the bar at each slot's left edge alternates by week row.
+    # List slots: the bar at each slot's left edge alternates by week row. The slot's other
+    # children, the compiler's hit rectangle among them, inherit the stroke invisibly.
     for parity, key in ((0, "week_a"), (1, "week_b")):
         selectors = [".%s_cal_%s%d" % (p, kind, row) for p in LIST_PREFIXES for kind in TYPES for row in range(parity, 6, 2)]
-        rules.append(", ".join(selectors) + " { stroke: %s; }" % c[key])
+        rules.append(", ".join(selectors) + " { stroke: %s; stroke-opacity: 0; }" % c[key])
     return "\n".join(rules) + "\n"
 
 
