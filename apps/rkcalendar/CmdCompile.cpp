@@ -21,6 +21,8 @@
 
 #include <QSaveFile>
 
+#include <algorithm>
+
 using namespace HolidayCommandSupport;
 using namespace TemplateCommandSupport;
 
@@ -101,13 +103,17 @@ int runCompile(CommandContext& context)
     if (!loadTemplate(file, page, error))
         return context.fail(ExitFailure, QStringLiteral("cannot read template %1: %2").arg(file.filePath(), error));
     const RKCssSheetTitleIdMap sheets = RKCssSheetParser::findStyleSheets(page, file);
-    const QString style = context.value(QStringLiteral("style"), sheets.defaultCssSheetTitle());
-    if (!sheets.contains(style)) {
-        QStringList titles = sheets.keys();
-        titles.sort();
+    QStringList titles = sheets.keys();
+    titles.sort();
+    // Titles as the template writes them, or in any case ("blue" for "Blue").
+    const QString requested = context.value(QStringLiteral("style"), sheets.defaultCssSheetTitle());
+    const auto match = std::find_if(titles.cbegin(), titles.cend(),
+        [&requested](const QString& title) { return title.compare(requested, Qt::CaseInsensitive) == 0; });
+    if (match == titles.cend()) {
         return context.usageError(QStringLiteral("unknown style \"%1\" for template %2 (valid: %3)")
-                                      .arg(style, name, titles.join(QStringLiteral(", "))));
+                                      .arg(requested, name, titles.join(QStringLiteral(", "))));
     }
+    const QString style = *match;
 
     const RKCalendariumContentKey key(
         RKCalendariumContentConfig(first, makeConfig(locale, province, features)), RKProjectIdentifier());

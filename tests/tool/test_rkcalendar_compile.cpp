@@ -114,7 +114,7 @@ private slots:
         QVERIFY(stdoutResult.out.contains("id=\"Day_2024-03-31\""));
         QVERIFY(stdoutResult.out.contains("#c0392b"));
 
-        QCOMPARE(runTool(MARCH + QStringList{"--style", "Blue", "-o", path}).exitCode, 0);
+        QCOMPARE(runTool(MARCH + QStringList{"--style", "blue", "-o", path}).exitCode, 0);
         const QByteArray blue = contents();
         QVERIFY(blue.contains("#1f4e9c"));
         QVERIFY(!blue.contains("#c0392b"));
