@@ -2,6 +2,7 @@
 
 #include "Command.h"
 #include "HolidayCommandSupport.h"
+#include "IcsWriter.h"
 
 using namespace HolidayCommandSupport;
 
@@ -32,12 +33,24 @@ int runHolidays(CommandContext& context)
             return context.usageError(QStringLiteral("--from %1 is after --to %2").arg(from).arg(to));
     }
 
+    const QString format = context.value(QStringLiteral("format"), QStringLiteral("text"));
+    if (format != QLatin1String("text") && format != QLatin1String("ics"))
+        return context.usageError(QStringLiteral("unknown format \"%1\" (valid: text, ics)").arg(format));
+    for (const QString& warning : coverageWarnings(locale, config, from, to))
+        context.warn(QStringLiteral("warning: ") + warning);
+
+    QList<MarkedDay> days;
+    for (int year = from; year <= to; ++year)
+        days += markedDaysOfYear(year, config);
     QTextStream& out = context.out();
-    for (int year = from; year <= to; ++year) {
-        for (const MarkedDay& day : markedDaysOfYear(year, config)) {
-            out << day.date.toString(Qt::ISODate) << '\t' << typeKeywords(day.type) << '\t'
-                << day.names.join(QStringLiteral("; ")) << '\n';
-        }
+    if (format == QLatin1String("ics")) {
+        const QString province = context.value(QStringLiteral("province"));
+        out << IcsWriter(province.isEmpty() ? locale.name() : locale.name() + QLatin1Char(' ') + province).calendar(days);
+        return ExitOk;
+    }
+    for (const MarkedDay& day : qAsConst(days)) {
+        out << day.date.toString(Qt::ISODate) << '\t' << typeKeywords(day.type) << '\t'
+            << day.names.join(QStringLiteral("; ")) << '\n';
     }
     return ExitOk;
 }
@@ -46,11 +59,14 @@ Command holidaysCommand()
 {
     Command command;
     command.name = QStringLiteral("holidays");
-    command.description = QStringLiteral("marked days of a year or years: date, type keywords, names (tab-separated)");
+    command.description = QStringLiteral("marked days of a year or years: date, type keywords, names (or iCalendar)");
     command.options = holidayOptions(QStringLiteral("holidays"))
         + QList<QCommandLineOption>{valueOption(QStringLiteral("year"), QStringLiteral("one year"), QStringLiteral("year")),
               valueOption(QStringLiteral("from"), QStringLiteral("first year of a range"), QStringLiteral("year")),
-              valueOption(QStringLiteral("to"), QStringLiteral("last year of a range"), QStringLiteral("year"))};
+              valueOption(QStringLiteral("to"), QStringLiteral("last year of a range"), QStringLiteral("year")),
+              valueOption(QStringLiteral("format"),
+                  QStringLiteral("text (tab-separated lines, the default) or ics (an iCalendar file)"),
+                  QStringLiteral("format"))};
     command.run = runHolidays;
     return command;
 }

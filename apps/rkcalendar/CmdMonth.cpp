@@ -177,6 +177,8 @@ int runMonth(CommandContext& context)
     RKCalendariumHolidayConfig config;
     if (!configFromOptions(context, QLatin1String(ALL_FEATURES), locale, config))
         return ExitUsage;
+    for (const QString& warning : coverageWarnings(locale, config, first.year(), first.year()))
+        context.warn(QStringLiteral("warning: ") + warning);
     bool color = false;
     if (!parseColor(context.value(QStringLiteral("color"), QStringLiteral("auto")), color, context))
         return ExitUsage;

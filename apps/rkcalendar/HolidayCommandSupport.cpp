@@ -42,7 +42,86 @@ QList<RKLocale> holidayLocales()
 const RKCalendariumFeaturesEnum TOOL_FEATURES[] = {RKCalendariumFeatureHolidays, RKCalendariumFeatureVacations,
     RKCalendariumFeatureMoonPhases};
 
+// Countries whose files hold some regional days only for a span of years.
+struct PartialCoverage {
+    const char* country;
+    int first;
+    int last;
+    const char* what;
+};
+const PartialCoverage PARTIAL_COVERAGE[] = {
+    {"ES", 2020, 2026, "the regional days each community chooses year by year"},
+};
+
+// Easter Sunday of the Gregorian calendar (the anonymous algorithm of 1876).
+QDate gregorianEaster(int year)
+{
+    const int a = year % 19, b = year / 100, c = year % 100, d = b / 4, e = b % 4;
+    const int f = (b + 8) / 25, g = (b - f + 1) / 3, h = (19 * a + b - d - g + 15) % 30;
+    const int i = c / 4, k = c % 4, l = (32 + 2 * e + 2 * i - h - k) % 7, m = (a + 11 * h + 22 * l) / 451;
+    const int month = (h + l - 7 * m + 114) / 31;
+    const int day = (h + l - 7 * m + 114) % 31 + 1;
+    return QDate(year, month, day);
+}
+
+// The generator writes the days that are neither fixed nor Easter-based (nth weekdays,
+// substitute and one-off days) out as dated days for these years only.
+const int DATED_DAYS_FIRST_YEAR = 2000;
+const int DATED_DAYS_LAST_YEAR = 2100;
+
+QString yearList(const QList<int>& years)
+{
+    QStringList texts;
+    for (int year : years)
+        texts << QString::number(year);
+    return texts.join(QStringLiteral(", "));
+}
+
 } // namespace
+
+QStringList coverageWarnings(const RKLocale& locale, const RKCalendariumHolidayConfig& config, int from, int to)
+{
+    QStringList warnings;
+    const RKCalendariumFeatures features = config.features();
+    const RKCalendariumHolidayCalculator& calculator = RKCalendariumHolidayCalculator::instance();
+    QList<int> noDated, noMoon, noVacations, partial, easterRule;
+    const PartialCoverage* regional = nullptr;
+    for (const PartialCoverage& coverage : PARTIAL_COVERAGE) {
+        if (locale.country() == QLatin1String(coverage.country))
+            regional = &coverage;
+    }
+    for (int year = from; year <= to; ++year) {
+        const RKCalendariumHolidayCacheKey key(year, config);
+        if (features.toInt() & RKCalendariumFeatureHolidays) {
+            if (year < DATED_DAYS_FIRST_YEAR || year > DATED_DAYS_LAST_YEAR)
+                noDated << year;
+            if (regional && (year < regional->first || year > regional->last))
+                partial << year;
+            if (RKCalendariumHolidayCalculator::eastern(year) != gregorianEaster(year))
+                easterRule << year;
+        }
+        if ((features.toInt() & RKCalendariumFeatureMoonPhases) && calculator.moonPhases(key).isEmpty())
+            noMoon << year;
+        if ((features.toInt() & RKCalendariumFeatureVacations) && calculator.schoolVacations(key).isEmpty())
+            noVacations << year;
+    }
+    if (!noDated.isEmpty())
+        warnings << QStringLiteral("days that are neither fixed nor Easter-based (such as nth weekdays and "
+                                   "substitute days) are known only for %1-%2; they are missing in %3")
+                        .arg(DATED_DAYS_FIRST_YEAR).arg(DATED_DAYS_LAST_YEAR).arg(yearList(noDated));
+    if (!partial.isEmpty())
+        warnings << QStringLiteral("the %1 data holds %2 only for %3-%4; they are missing in %5")
+                        .arg(locale.name(), QLatin1String(regional->what)).arg(regional->first).arg(regional->last)
+                        .arg(yearList(partial));
+    if (!easterRule.isEmpty())
+        warnings << QStringLiteral("Easter-based days in %1 follow the data's Easter rule, not the Gregorian Easter")
+                        .arg(yearList(easterRule));
+    if (!noMoon.isEmpty())
+        warnings << QStringLiteral("no moon phases known for %1").arg(yearList(noMoon));
+    if (!noVacations.isEmpty())
+        warnings << QStringLiteral("no school vacations known for %1 in %2").arg(locale.name()).arg(yearList(noVacations));
+    return warnings;
+}
 
 QList<QCommandLineOption> holidayOptions(const QString& defaultFeatures)
 {

@@ -75,6 +75,15 @@ QList<MarkedDay> markedDaysOfYear(int year, const RKCalendariumHolidayConfig& co
 /// The type's keywords as the keyword table writes them ("free", "free, show", "full_moon").
 QString typeKeywords(const RKCalendariumHolidayType& type);
 
+/**
+ * Warnings, one sentence each, for the years from `from` to `to` where the data does not
+ * cover what `config` asks for: days written out for a span of years only (read from the
+ * locale's file), moon phases, school vacations of the province, regional days a country
+ * chooses year by year, and years whose Easter-based days follow the data's own Easter rule
+ * instead of the Gregorian Easter. Empty when everything is covered.
+ */
+QStringList coverageWarnings(const RKLocale& locale, const RKCalendariumHolidayConfig& config, int from, int to);
+
 /// Province name to the "title" attribute of its element in the locale's holiday file.
 QHash<QString, QString> provinceTitles(const RKLocale& locale);
 

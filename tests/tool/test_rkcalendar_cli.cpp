@@ -34,6 +34,17 @@ private slots:
         QTest::newRow("unknown option") << "locales --all" << 2 << "" << "rkcalendar locales: unknown option --all";
         QTest::newRow("diagnostics hidden") << "holidays --locale fr_FR --province C --year 2026 --features vacations"
                                             << 0 << "\tschool\t" << "";
+        // Years the data does not fully cover are named on stderr; the days that are known still print.
+        QTest::newRow("Easter rule year") << "holidays --locale de_DE --province BY --year 2049" << 0 << "\t"
+                                          << "warning: Easter-based days in 2049 follow the data's Easter rule";
+        QTest::newRow("before the dated days") << "holidays --locale de_DE --year 1990" << 0 << "\t"
+                                               << "known only for 2000-2100; they are missing in 1990";
+        QTest::newRow("Spain's yearly regional days") << "holidays --locale es_ES --province MD --year 2030" << 0 << "\t"
+                                                      << "only for 2020-2026; they are missing in 2030";
+        QTest::newRow("no moon phases") << "holidays --locale de_DE --year 1850 --features moonphases" << 0 << ""
+                                        << "no moon phases known for 1850";
+        QTest::newRow("covered year") << "holidays --locale de_DE --province BY --year 2026 --features "
+                                         "holidays,vacations,moonphases" << 0 << "\t" << "";
     }
     void outcomes()
     {

@@ -67,7 +67,9 @@ private slots:
         QFETCH(QStringList, args);
         QFETCH(QStringList, expected);
         const Result result = runTool(args);
-        QCOMPARE(result.err, QString());
+        // The fixture has no Saxon vacations in 2027, and says so.
+        const bool saxony = args.contains("SN") && args.contains("holidays, vacations");
+        QCOMPARE(result.err, saxony ? QString("rkcalendar holidays: warning: no school vacations known for de_DE in 2027\n") : QString());
         QCOMPARE(result.exitCode, 0);
         QCOMPARE(result.lines(), expected);
     }
