@@ -174,7 +174,8 @@ def wall_month():
         svg.rect("cell", cx, cy, cell_w, cell_h)
         svg.text("daynum", cx + 5, cy + 19, "28", "%s_day%s" % (prefix, cid))
         svg.image("%s_imageholiday%s" % (prefix, cid), cx + cell_w - 17, cy + 5, 12, 12)
-        # Holiday names: 4.8 pt fits 13.5 em ("Tag der Deutschen Einheit" is 13.1 em) in the cell.
+        # Holiday names: 4.8 pt fits 13.5 em ("Tag der Deutschen Einheit" is 13.1 em) in the cell;
+        # the few longer shipped names (up to 33 em) run into the next cell.
         for i in range(2):
             svg.text("holiday", cx + 4, cy + cell_h - 13.5 + i * 7, "", "%s_holiday%s%d" % (prefix, cid, i))
 
@@ -232,8 +233,9 @@ def planner_month():
         svg.text("list_num", m + 26, y + row_h - 7, "28", "lcm_day2d%s" % slot)
         # Weekday: the longest name is 8.3 em bold; 9 pt gives 75 pt of the 80 pt column.
         svg.text("list_name", m + 32, y + row_h - 7, "Wednesday", "lcm_dayname%s" % slot)
+        # Two names of up to 28 em (7.5 pt) and 25 em; longer ones (three shipped names) run on.
         svg.text("list_holiday", m + 118, y + row_h - 7, "", "lcm_holiday%s0" % slot)
-        svg.text("list_holiday", m + 300, y + row_h - 7, "", "lcm_holiday%s1" % slot)
+        svg.text("list_holiday", m + 330, y + row_h - 7, "", "lcm_holiday%s1" % slot)
         svg.image("lcm_imageholiday%s" % slot, w - m - 16, y + (row_h - 12) / 2, 12, 12)
         svg.close()
     svg.add('<line class="list_rule" x1="%s" y1="%s" x2="%s" y2="%s"/>' % (fmt(m + 112), fmt(top), fmt(m + 112), fmt(top + 31 * row_h)))
@@ -316,7 +318,7 @@ def css(title, comment, c):
         ".week_bar { stroke-width: 3; stroke-opacity: 1; }",
         ".list_num { %s font-size: 13px; font-weight: bold; stroke: none; }" % font,
         ".list_name { %s font-size: 9px; stroke: none; }" % font,
-        ".list_holiday { %s font-size: 8px; fill: %s; stroke: none; }" % (font, c["label"]),
+        ".list_holiday { %s font-size: 7.5px; fill: %s; stroke: none; }" % (font, c["label"]),
         ".list_rule { stroke: %s; stroke-width: 0.5; }" % c["grid"],
         "",
         ".year_title { %s font-size: 40px; font-weight: bold; fill: %s; }" % (font, c["text"]),
