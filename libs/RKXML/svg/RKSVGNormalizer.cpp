@@ -90,6 +90,27 @@ bool hasUrlScheme(const QString& reference)
     return true;
 }
 
+// An empty document with a copy of the document type of `document` (QDomDocument::cloneNode
+// loses its public and system identifiers).
+QDomDocument documentWithTypeOf(const QDomDocument& document)
+{
+    const QDomDocumentType type = document.doctype();
+    if (type.name().isEmpty())
+        return QDomDocument();
+    return QDomDocument(QDomImplementation().createDocumentType(type.name(), type.publicId(), type.systemId()));
+}
+
+// A deep copy of `document`: its document type and its top-level nodes.
+QDomDocument copyDocument(const QDomDocument& document)
+{
+    QDomDocument copy = documentWithTypeOf(document);
+    for (QDomNode node = document.firstChild(); !node.isNull(); node = node.nextSibling()) {
+        if (!node.isDocumentType())
+            copy.appendChild(copy.importNode(node, true));
+    }
+    return copy;
+}
+
 bool isCalendarEmbedded(const QDomNode& node)
 {
     if (!node.isElement())
@@ -182,7 +203,7 @@ bool containsElementNamed(const QDomElement& root, const QString& name)
 
 QDomDocument RKSVGNormalizer::prepareDomDocument(const QDomDocument& document, const QFileInfo& file, const QDomDocument& logo)
 {
-    QDomDocument working = document.cloneNode(true).toDocument();
+    QDomDocument working = copyDocument(document);
     if (!belongsToSvgDocument(working))
         return working;
     makeAbsoluteHRefs(working, file.absoluteDir());
@@ -274,10 +295,7 @@ void RKSVGNormalizer::removeGsWithoutLayerType(QDomNode node)
 
 QDomDocument RKSVGNormalizer::normalize(const QDomDocument& document)
 {
-    const QDomDocumentType type = document.doctype();
-    QDomDocument target = type.name().isEmpty()
-        ? QDomDocument()
-        : QDomDocument(QDomImplementation().createDocumentType(type.name(), type.publicId(), type.systemId()));
+    QDomDocument target = documentWithTypeOf(document);
     for (QDomNode node = document.firstChild(); !node.isNull(); node = node.nextSibling()) {
         if (node.isDocumentType())
             continue;
