@@ -23,6 +23,7 @@
 #include <QMutex>
 #include <QPainter>
 #include <QProcess>
+#include <QSet>
 #include <QSvgRenderer>
 #include <QTextStream>
 #include <QThread>
@@ -162,18 +163,20 @@ QString processFile(const QString& path, const Mode& mode, int size, double thre
             return { "ok", QString(), QString::number(parseMs), QString::number(modeMs), "0", "0", QString() };
         const QImage after = render(serialize(result), size);
         const double diff = after.isNull() ? 100.0 : difference(before, after);
-        QString step;
+        // The steps whose own change of the picture is over the threshold.
+        QStringList changedBy;
         if (diff > threshold && !mode.steps.isEmpty()) {
             QDomDocument current = document.cloneNode(true).toDocument();
+            QImage previous = before;
             for (const Step& s : mode.steps) {
                 current = s.apply(current, info);
                 const QImage image = render(serialize(current), size);
-                if (image.isNull() || difference(before, image) > threshold) {
-                    step = s.name;
-                    break;
-                }
+                if (image.isNull() || previous.isNull() || difference(previous, image) > threshold)
+                    changedBy << s.name;
+                previous = image;
             }
         }
+        const QString step = changedBy.join(QLatin1Char(','));
         if (diff > threshold && !imageDir.isEmpty()) {
             QImage pair(2 * size, size, QImage::Format_ARGB32_Premultiplied);
             pair.fill(Qt::red);
@@ -378,11 +381,16 @@ int report(const QVector<Result>& results, const Mode& mode, double threshold, i
         << " %)\n";
     QMap<QString, int> byStep;
     for (const Result* r : rendered) {
-        if (r->difference > threshold)
-            ++byStep[r->step.isEmpty() ? QStringLiteral("(only the whole run)") : r->step];
+        if (r->difference <= threshold)
+            continue;
+        const QStringList steps = r->step.split(QLatin1Char(','), Qt::SkipEmptyParts);
+        for (const QString& step : steps)
+            ++byStep[step];
+        if (steps.isEmpty())
+            ++byStep[QStringLiteral("(no single step)")];
     }
     for (auto it = byStep.cbegin(); it != byStep.cend(); ++it)
-        out << "  first changed by " << it.key() << ": " << it.value() << '\n';
+        out << "  changed by " << it.key() << ": " << it.value() << '\n';
     out << "worst " << worst << ":\n";
     for (int i = 0; i < std::min(worst, int(rendered.size())); ++i)
         out << "  " << QString::number(rendered.at(i)->difference, 'f', 2) << " %  " << rendered.at(i)->path
@@ -435,10 +443,18 @@ int main(int argc, char** argv)
         return runWorker(*mode, size, threshold, parser.value(imagesOption));
 
     QStringList files;
+    QSet<QString> seen;
     for (const QString& dir : parser.positionalArguments()) {
         QDirIterator it(dir, { QStringLiteral("*.svg") }, QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext())
-            files << it.next();
+        while (it.hasNext()) {
+            // Links to the same file are counted once.
+            const QString path = it.next();
+            const QString target = QFileInfo(path).canonicalFilePath();
+            if (!seen.contains(target)) {
+                seen.insert(target);
+                files << path;
+            }
+        }
     }
     std::sort(files.begin(), files.end());
     const int limit = parser.value(limitOption).toInt();
