@@ -3,6 +3,34 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+
+namespace {
+// Qt's DOM recurses per level when it builds, copies and frees a tree, and overflows the
+// stack somewhere below 30000 levels; real drawings stay far below this limit.
+const int MAX_DEPTH = 5000;
+
+// The deepest element nesting of well-formed text (0 when it is not well-formed).
+int nestingDepth(const QByteArray& bytes)
+{
+    QXmlStreamReader reader(bytes);
+    reader.setNamespaceProcessing(false);
+    int depth = 0;
+    int deepest = 0;
+    while (!reader.atEnd()) {
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::StartElement)
+            deepest = std::max(deepest, ++depth);
+        else if (token == QXmlStreamReader::EndElement)
+            --depth;
+        if (deepest > MAX_DEPTH)
+            break;
+    }
+    return deepest;
+}
+}
 
 QDomDocument readSvgFile(CommandContext& context, const QString& path, int* exitCode)
 {
@@ -16,6 +44,11 @@ QDomDocument readSvgFile(CommandContext& context, const QString& path, int* exit
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
         *exitCode = context.fail(ExitFailure, QStringLiteral("cannot read \"%1\": %2").arg(path, file.errorString()));
+        return QDomDocument();
+    }
+    if (nestingDepth(bytes) > MAX_DEPTH) {
+        *exitCode = context.usageError(
+            QStringLiteral("\"%1\" nests elements more than %2 levels deep").arg(path).arg(MAX_DEPTH));
         return QDomDocument();
     }
     QDomDocument document;

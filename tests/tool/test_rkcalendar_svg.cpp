@@ -41,6 +41,7 @@ private slots:
             "<vako:logo width=\"10\" height=\"10\"/></svg>");
         writeFile(path("logo.svg"), "<svg width=\"5\" height=\"5\"><circle r=\"2\"/></svg>");
         writeFile(path("afile"), "x");
+        writeFile(path("deep.svg"), "<svg>" + QByteArray("<g>").repeated(40000) + QByteArray("</g>").repeated(40000) + "</svg>");
     }
 
     void badInput_data()
@@ -55,6 +56,7 @@ private slots:
         QTest::newRow("missing file") << "normalize %1/missing.svg" << 1 << "cannot read";
         QTest::newRow("directory as input") << "normalize %1 -o %1/out/n.svg" << 1 << "not a file";
         QTest::newRow("unwritable output") << "normalize %1/clip.svg -o %1/afile/n.svg" << 1 << "cannot write";
+        QTest::newRow("nested too deep") << "normalize %1/deep.svg -o %1/out/n.svg" << 2 << "more than 5000 levels deep";
         QTest::newRow("no input") << "normalize" << 2 << "";
         QTest::newRow("cut without value") << "cut %1/cut.svg --out-dir %1/out" << 2 << "--value is required";
         QTest::newRow("cut not SVG") << "cut %1/html.xml --value cut --out-dir %1/out" << 2 << "is not an SVG";
