@@ -7,7 +7,7 @@
 
 namespace {
 
-// A large clip-art file in the shape of the shipped ones (about 1.5 MB, like the largest
+// A large clip-art file in the shape of the shipped ones (about 750 kB, half the size of the largest
 // files of public clip-art collections): 400 parts in "defs", each used three times from a
 // render layer that sits in two plain groups with transforms, paths with comments between
 // them, and a calendar-embedded text in every tenth layer.
