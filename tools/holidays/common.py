@@ -41,6 +41,21 @@ def library_easter(year):
     return _dt.date(year, 4, l - 3)
 
 
+def orthodox_easter(year):
+    """Orthodox Easter Sunday as a Gregorian date.
+
+    The Julian computus (Meeus) gives the date in the Julian calendar; the
+    Julian calendar lags the Gregorian one by 13 days in 1900-2099 and by 14
+    days from March 2100 on (Easter is always after February).
+    """
+    a, b, c = year % 4, year % 7, year % 19
+    d = (19 * c + 15) % 30
+    e = (2 * a + 4 * b - d + 34) % 7
+    month, day = divmod(d + e + 114, 31)
+    lag = year // 100 - year // 400 - 2
+    return _dt.date(year, month, day + 1) + _dt.timedelta(days=lag)
+
+
 def quirk_years():
     return [y for y in YEARS if easter(y) != library_easter(y)]
 
@@ -99,6 +114,11 @@ def yearly(func, name, honor="free", years=YEARS):
         for d in (r if isinstance(r, (list, tuple)) else [r]):
             out.append(dated(d, name, honor))
     return out
+
+
+def orthodox_day(offset, name, honor="free", years=YEARS):
+    """One-off days `offset` days from Orthodox Easter (orthodox_easter), for every year."""
+    return yearly(lambda y: orthodox_easter(y) + _dt.timedelta(days=offset), name, honor, years)
 
 
 def flatten(items):
