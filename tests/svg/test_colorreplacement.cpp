@@ -85,6 +85,8 @@ private slots:
     void applyStyle();
     void applyWalksWholeTree();
     void extract();
+    void extractAndApplyLookAtTheSamePlaces_data();
+    void extractAndApplyLookAtTheSamePlaces();
     void identityTableChangesNothing();
     void xmlRoundTrip_data();
     void xmlRoundTrip();
@@ -205,6 +207,48 @@ void TestColorReplacement::extract()
     QCOMPARE(keywords.size(), 0);
     keywords.extract(QDomDocument());
     QCOMPARE(keywords.size(), 0);
+}
+
+void TestColorReplacement::extractAndApplyLookAtTheSamePlaces_data()
+{
+    QTest::addColumn<QString>("svg");
+    QTest::addColumn<int>("colors");
+    QTest::newRow("color property (currentColor)") << QStringLiteral("<svg><g style=\"color:#000000;fill:currentColor\"/></svg>") << 1;
+    QTest::newRow("property name in upper case") << QStringLiteral("<svg><g style=\"FILL:#102030\"/></svg>") << 1;
+    QTest::newRow("stop-color and fill together") << QStringLiteral("<svg><g style=\"stop-color:#ff0000;fill:#00ff00\" stroke=\"#0000FF\"/></svg>") << 3;
+    QTest::newRow("not a colour property") << QStringLiteral("<svg><g style=\"font-family:#abcdef;-inkscape-x:#123456\"/></svg>") << 0;
+    QTest::newRow("upper-case attribute colour") << QStringLiteral("<svg><g fill=\"#FFFFFF\"/></svg>") << 1;
+}
+
+void TestColorReplacement::extractAndApplyLookAtTheSamePlaces()
+{
+    QFETCH(QString, svg);
+    QFETCH(int, colors);
+    QDomDocument document = parse(svg);
+    RKColorReplacementInstructions found;
+    found.extract(document);
+    QCOMPARE(found.size(), colors);
+    RKColorReplacementInstructions swap;
+    QSet<quint32> targets;
+    for (quint32 argb : found.replacements().keys()) {
+        const quint32 inverse = ~argb | 0xff000000u;
+        targets.insert(inverse);
+        // Given with 12 bits per channel ("ab" as "aba"): stored, written and matched as 8 bits.
+        const QString name = QColor::fromRgba(inverse).name();
+        QString twelveBits = QStringLiteral("#");
+        for (int i = 1; i < 7; i += 2)
+            twelveBits += name.mid(i, 2) + name.at(i);
+        swap.insert(QColor::fromRgba(argb), QColor(twelveBits));
+    }
+    swap.apply(document);
+    RKColorReplacementInstructions after;
+    after.extract(document);
+    const QList<quint32> keys = after.replacements().keys();
+    QCOMPARE(QSet<quint32>(keys.begin(), keys.end()), targets);
+    QDomDocument written;
+    QDomElement root = written.createElement(QStringLiteral("r"));
+    swap.toXML(root, true);
+    QVERIFY(RKColorReplacementInstructions::fromXML(root).matches(swap));
 }
 
 void TestColorReplacement::identityTableChangesNothing()

@@ -349,7 +349,7 @@ RKColorReplacementInstructions RKColorReplacementInstructions::fromXML(const QDo
         const QColor source = RKXMLParser::colorAttributeEx(item, SOURCE_ATTRIBUTE_NAME, QColor());
         const QColor target = RKXMLParser::colorAttributeEx(item, TARGET_ATTRIBUTE_NAME, QColor());
         if (source.isValid() && target.isValid())
-            instructions.myReplacements.insert(source.rgba(), target);
+            instructions.insert(source, target);
     }
     return instructions;
 }
@@ -378,8 +378,10 @@ bool RKColorReplacementInstructions::matches(const RKColorReplacementInstruction
 
 void RKColorReplacementInstructions::insert(const QColor& source, const QColor& target)
 {
+    // Kept at 8 bits per channel, as written to XML: a 12- or 16-bit colour ("#rrrgggbbb")
+    // would otherwise not survive toXML() and fromXML(), and the tables would not match.
     if (source.isValid() && target.isValid())
-        myReplacements.insert(source.rgba(), target);
+        myReplacements.insert(source.rgba(), QColor::fromRgba(target.rgba()));
 }
 
 QDebug operator<<(QDebug debug, const RKColorReplacementInstructions& instructions)

@@ -59,6 +59,7 @@ public:
      */
     bool matches(const RKColorReplacementInstructions& other) const;
 
+    /// Adds or replaces an entry when both colours are valid; the target is kept at 8 bits per channel.
     void insert(const QColor& source, const QColor& target);
     QMap<quint32, QColor> replacements() const { return myReplacements; }
     int size() const { return myReplacements.size(); }

@@ -534,12 +534,12 @@ namespace {
 // Edges of a box read from integers are kept within this bound, so that the size always fits
 // an int and Qt's own arithmetic on the rectangle (right edge, centre, translation by a
 // like amount) stays defined.
-constexpr qint64 edgeLimit = qint64(1) << 30;
+constexpr qint64 edgeLimit = (qint64(1) << 30) - 1;
 
 using Span = QPair<int, int>; // start, size (>= 0)
 
 // The span from `start` over `length` (negative lengths flipped), each edge clamped into
-// [-2^30, 2^30]: 64-bit arithmetic, no overflow for any pair of ints.
+// [-(2^30 - 1), 2^30 - 1]: 64-bit arithmetic, no overflow for any pair of ints.
 Span clampedSpan(int start, int length)
 {
     qint64 low = start;

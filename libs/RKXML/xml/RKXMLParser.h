@@ -149,9 +149,9 @@ public:
         const QStringList& endNames, const QStringList& lengthNames, double* start, double* length);
     /**
      * Normalised box from left/x/centerX/right/width and top/y/centerY/bottom/height; a null
-     * QRect on failure. Edges are computed without overflow and clamped into [-2^30, 2^30],
+     * QRect on failure. Edges are computed without overflow and clamped into ±(2^30 - 1),
      * so absurd values give a (possibly empty) box at that bound: left 2147483647 with width 3
-     * is the empty box at x 2^30.
+     * is the empty box at x 1073741823.
      */
     static QRect readRect(const QDomNamedNodeMap& map);
     static QRectF readRectF(const QDomNamedNodeMap& map);
