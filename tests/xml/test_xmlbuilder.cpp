@@ -392,14 +392,14 @@ private Q_SLOTS:
     }
     void faultFileSizeLimit()
     {
-        // The disk fills up part way through a 1 MB document: the cut-short temporary file may
-        // still look like XML, but the save must fail and leave target and backup alone.
+        // The disk fills up part way through a 1 MB document: the cut-short temporary file still
+        // looks like XML (it ends in "/>"), but the save must fail and leave target and backup alone.
         QFETCH(int, limit);
         QDomDocument document = sampleDocument();
         QDomElement root = document.documentElement();
         while (RKXMLBuilder::toString(document, 4).size() < 1000000) {
             for (int i = 0; i < 1000; ++i)
-                RKXMLBuilder::buildDomElement(root, QStringLiteral("row"), QStringLiteral("payload %1 of the document").arg(i));
+                RKXMLBuilder::buildDomElement(root, QStringLiteral("row"), QStringLiteral("n"), QStringLiteral("payload %1").arg(i));
         }
         const QString target = path(QStringLiteral("big.xml"));
         writeFile(target, "<previous>ok</previous>");
