@@ -186,3 +186,31 @@ def expand(nationwide, province, year, library=False):
             continue
         out.add((_dt.date(year, int(m), int(d)), rec["name"], rec["honor"]))
     return out
+
+
+def substitute_days(days, weekend=(SAT, SUN)):
+    """Substitute days off for holidays that fall on a weekend.
+
+    `days` is a list of (date, name), usually holidays close together (25 and
+    26 December). Each one on a weekend day moves to the first later weekday
+    that is neither one of the days nor already taken by an earlier one.
+    Returns [(substitute date, name)] in the order of `days`.
+    """
+    taken = {d for d, _ in days if d.weekday() not in weekend}
+    out = []
+    for d, name in days:
+        if d.weekday() not in weekend:
+            continue
+        s = d + _dt.timedelta(days=1)
+        while s.weekday() in weekend or s in taken:
+            s += _dt.timedelta(days=1)
+        taken.add(s)
+        out.append((s, name))
+    return out
+
+
+def nearest_weekday(date, weekday):
+    """The `weekday` nearest to `date` (on a tie, 3.5 days, impossible; ties go later)."""
+    before = weekday_on_or_before(date, weekday)
+    after = weekday_on_or_after(date, weekday)
+    return before if (date - before) < (after - date) else after

@@ -54,13 +54,13 @@ LONG_VACATION_DAYS = 50
 # Countries whose calendar locales get school vacations. Anything else gets {}.
 # The source has no school rows for Sweden (only its regions).
 SUPPORTED = {"AT", "BE", "CH", "CZ", "DE", "ES", "FR", "IT", "LU", "NL", "PL", "PT", "SK",
-             "BG", "EE", "HR", "HU", "IE", "LT", "LV", "MT", "RO", "SI"}
+             "BG", "EE", "HR", "HU", "IE", "LT", "LV", "MT", "RO", "SI", "MX", "RS"}
 
 # Calendar locales covered, for --summary and the tests.
 LOCALES = ["de_DE", "de_AT", "de_CH", "fr_CH", "it_CH", "fr_FR", "nl_BE", "fr_BE", "nl_NL",
            "fr_LU", "lb_LU", "it_IT", "es_ES", "pt_PT", "pl_PL", "cs_CZ", "sk_SK",
            "ca_ES", "de_BE", "de_LU", "bg_BG", "et_EE", "hr_HR", "hu_HU", "en_IE", "ga_IE", "lt_LT",
-           "lv_LV", "mt_MT", "en_MT", "ro_RO", "sl_SI"]
+           "lv_LV", "mt_MT", "en_MT", "ro_RO", "sl_SI", "es_MX", "sr_RS"]
 
 # Source rows that contradict another row for the same region and vacation, or
 # cannot be right; each is left out with the reason.
@@ -214,6 +214,9 @@ POLICIES = {
     # (ZR, VR), which have no ISO codes.
     # Slovenia: the primary schools; the rows for secondary schools are left out.
     "SI": Policy(drop_comments={"": [r"srednje šole"]}),
+    "MX": Policy(),  # the federal school calendar (SEP), national rows only
+    # Secondary schools start and end some vacations on other days; primary ones are kept.
+    "RS": Policy(drop_comments={"": [r"Средња"]}),
 }
 
 
