@@ -21,9 +21,6 @@ const QString STR_MIN_HEIGHT = QStringLiteral("minHeight");
 const QString STR_MAX_WIDTH = QStringLiteral("maxWidth");
 const QString STR_MAX_HEIGHT = QStringLiteral("maxHeight");
 const QString STR_REFINEMENT_TYPE = QStringLiteral("refinementType");
-
-// The compiler pass that only marks a page as made for calendarium content.
-constexpr int CompilerToDoContent = 5;
 }
 
 RKSVGComposition::RKSVGComposition()
@@ -125,7 +122,7 @@ QDomDocument RKSVGComposition::compileAsDomDocument() const
     compiler.setColorReplacements(myColorReplacements);
     if (myContent.isValid()) {
         compiler.setInstructions(RKSVGCompilerInstructionsCache::instance().instructions(myContent));
-        compiler.addToDo(static_cast<RKSVGCompiler::CompilerToDo>(CompilerToDoContent));
+        compiler.addToDo(RKSVGCompiler::ToDoCalendarContent);
     }
     compiler.update();
     return compiler.domDocument();
