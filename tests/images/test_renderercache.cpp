@@ -1,6 +1,7 @@
 #include "RKTestSupport.h"
 
 #include <RKBackgroundJobManager.h>
+#include <RKCalendarPageComposer.h>
 #include <RKCssSheetCache.h>
 #include <RKDocumentCache.h>
 #include <RKSVGComposition.h>
@@ -274,6 +275,28 @@ private slots:
         QTest::ignoreMessage(QtWarningMsg, "has theSVG==nullptr");
         QVERIFY(documents.document(nullptr).isNull());
         documents.clearCache();
+    }
+
+    void composerForTools()
+    {
+        const RKCalendarPageComposer composer(QFileInfo(testDataPath("images/month.svg")));
+        QCOMPARE(QFileInfo(composer.colorCssSheet()).fileName(), QStringLiteral("month.css"));
+        const RKSVGComposition page = composer.page(monthPage(2).calendariumContent());
+        const QSize size = RKCalendarPageComposer::sizeForWidth(page, 560);
+        QCOMPARE(size, QSize(560, 440));
+        const QImage background = RKCalendarPageComposer::renderImage(page, size, true, 30000);
+        QVERIFY(!background.isNull());
+        RKSVGImageRendererCache::instance().clearCache();
+        const QImage synchronous = RKCalendarPageComposer::renderImage(page, size, false);
+        QVERIFY(difference(background, synchronous) < 0.5);
+        QVERIFY(difference(background, drawFresh(page.compileAsByteArray(), size)) < 2);
+
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^include fails: file not found: .*absent.svg"));
+        const RKCalendarPageComposer missing(QFileInfo(testDataPath("images/absent.svg")));
+        QVERIFY(!missing.isValid());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^Could not read file \".*absent.svg\""));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^result is not valid. myCacheKey="));
+        QVERIFY(RKCalendarPageComposer::renderImage(missing.page(RKCalendariumContentKey()), size, true, 30000).isNull());
     }
 
 private:
