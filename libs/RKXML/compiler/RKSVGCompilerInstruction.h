@@ -3,6 +3,7 @@
 #include "rkxml_export.h"
 
 #include <QDomElement>
+#include <QMetaType>
 #include <QString>
 
 class QDebug;
@@ -59,3 +60,5 @@ private:
 
 /// Writes describe().
 RKXML_EXPORT QDebug operator<<(QDebug debug, const RKSVGCompilerInstruction& instruction);
+
+Q_DECLARE_METATYPE(RKSVGCompilerInstruction)

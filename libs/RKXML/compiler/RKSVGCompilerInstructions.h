@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QMultiHash>
+#include <QMetaType>
 #include <QString>
 
 /**
@@ -37,6 +38,8 @@ public:
     bool isEmpty() const { return myInstructions.isEmpty(); }
     /// Number of instructions.
     int size() const { return myInstructions.size(); }
+    /// Makes room for `size` instructions in advance.
+    void reserve(int size) { myInstructions.reserve(size); }
 
     QString attributeName() const { return myAttributeName; }
     void setAttributeName(const QString& name) { myAttributeName = name; }
@@ -54,3 +57,5 @@ private:
     QString myAttributeName;
     QString myDescription;
 };
+
+Q_DECLARE_METATYPE(RKSVGCompilerInstructions)

@@ -30,6 +30,8 @@ const int BLOCK_ROWS = 7;
 const int BLOCK_WEEK_STYLES = 6;
 const int WEEK_NUMBERS = 7;
 const int LIST_SLOTS = 31;
+/// Roughly the instructions of one page (about 31700 with every feature on).
+const int PAGE_INSTRUCTIONS = 32768;
 
 /// The prefixes of one page and the month offset of each, in the order they are built.
 struct PrefixRow {
@@ -307,6 +309,7 @@ RKSVGCompilerInstructions RKSVGCompilerInstructionsFactory::createInstructions(c
     set.setDescription(createInstructionsDescription(key));
     if (!key.isValid())
         return set;
+    set.reserve(PAGE_INSTRUCTIONS);
     Build build(*this, key);
     for (const PrefixRow& row : pagePrefixes())
         addInstructions(set, row.prefix, row.months == 0 ? key : key.addMonths(row.months), build);
