@@ -1,5 +1,6 @@
 // rkxml-datacheck: loads every shipped data file with the library's own readers and
-// fails (exit 1) on any warning or inconsistency, so that a broken data file fails the build.
+// fails (exit 1) on any warning or inconsistency, so that a broken data file fails the build;
+// a calendar language without a holiday file fails it too.
 //
 // Usage: rkxml-datacheck [DATA_DIR]   (default: the shipped data directory)
 
@@ -201,6 +202,7 @@ int checkHolidays(const QString& dataDir)
     const QList<RKLocale> loaded = calculator.availableLanguages();
 
     int files = 0;
+    QSet<QString> withFile;
     QDirIterator it(QDir(dataDir).filePath(QStringLiteral("holidays")), {QStringLiteral("*.xml")}, QDir::Files);
     while (it.hasNext()) {
         const QString path = it.next();
@@ -210,6 +212,7 @@ int checkHolidays(const QString& dataDir)
             problem(QStringLiteral("%1: not a calendar language, the file is never read").arg(path));
             continue;
         }
+        withFile << locale.name();
         if (!loaded.contains(locale))
             problem(QStringLiteral("%1: the holiday calculator did not load it").arg(path));
         QStringList provinces;
@@ -244,6 +247,11 @@ int checkHolidays(const QString& dataDir)
     }
     if (files == 0)
         problem(QStringLiteral("no holiday files in %1/holidays").arg(dataDir));
+    // Every calendar language has its holidays: a new language needs its rules too.
+    for (const RKLocale& locale : calendarLanguages) {
+        if (!withFile.contains(locale.name()))
+            problem(QStringLiteral("%1: a calendar language without a holiday file in %2/holidays").arg(locale.name(), dataDir));
+    }
     return files;
 }
 

@@ -6,32 +6,30 @@ namespace {
 
 // One line per calendar language, in the order of the languages file, each
 // locale once: "de_DE<TAB>German (Germany)".
-int runLocales(const QStringList& args, QTextStream& out, QTextStream& err)
+int runLocales(CommandContext& context)
 {
-    const CommandOptions options(args, {});
-    if (!options.isValid() || !options.positional().isEmpty()) {
-        err << "rkcalendar locales: "
-            << (options.isValid() ? QStringLiteral("unexpected argument \"%1\"").arg(options.positional().first()) : options.error())
-            << '\n';
-        return ExitUsage;
-    }
-
     const QList<RKLocale> languages = RKSingleton<RKCalendarWordsRegistry>::instance().availalbleCalendarLanguages();
-    if (languages.isEmpty()) {
-        err << "rkcalendar locales: no calendar languages found (international/CalendarLanguages.xml)\n";
-        return ExitFailure;
-    }
+    if (languages.isEmpty())
+        return context.fail(ExitFailure, QStringLiteral("no calendar languages found (international/CalendarLanguages.xml)"));
     QList<RKLocale> printed;
     for (const RKLocale& locale : languages) {
         if (printed.contains(locale))
             continue;
         printed << locale;
-        out << locale.name() << '\t' << locale.englishName() << '\n';
+        context.out() << locale.name() << '\t' << locale.englishName() << '\n';
     }
     return ExitOk;
 }
 
-const CommandRegistration registration({QStringLiteral("locales"), QStringLiteral("locales"),
-    QStringLiteral("list the calendar languages (locale, tab, name in English)"), runLocales});
-
+Command localesCommand()
+{
+    Command command;
+    command.name = QStringLiteral("locales");
+    command.description = QStringLiteral("the calendar languages (locale, tab, name in English)");
+    command.run = runLocales;
+    return command;
 }
+
+const CommandRegistration registration(localesCommand());
+
+} // namespace

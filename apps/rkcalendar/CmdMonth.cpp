@@ -86,7 +86,7 @@ QString dayRanges(const QList<int>& days)
     return pieces.join(QStringLiteral(", "));
 }
 
-bool parseMonth(const QString& text, QDate& first, QTextStream& err)
+bool parseMonth(const QString& text, QDate& first, CommandContext& context)
 {
     static const QRegularExpression pattern(QStringLiteral("^(\\d{4})-(\\d{1,2})$"));
     const QRegularExpressionMatch match = pattern.match(text);
@@ -98,11 +98,11 @@ bool parseMonth(const QString& text, QDate& first, QTextStream& err)
             return true;
         }
     }
-    err << "rkcalendar month: \"" << text << "\" is not a month (valid: YYYY-MM from 1583-01, e.g. 2026-12)\n";
+    context.warn(QStringLiteral("\"%1\" is not a month (valid: YYYY-MM from 1583-01, e.g. 2026-12)").arg(text));
     return false;
 }
 
-bool parseColor(const QString& text, bool& color, QTextStream& err)
+bool parseColor(const QString& text, bool& color, CommandContext& context)
 {
     if (text == QLatin1String("auto")) {
         color = isatty(STDOUT_FILENO) != 0;
@@ -112,7 +112,7 @@ bool parseColor(const QString& text, bool& color, QTextStream& err)
         color = text == QLatin1String("always");
         return true;
     }
-    err << "rkcalendar month: --color \"" << text << "\" (valid: auto, always, never)\n";
+    context.warn(QStringLiteral("--color \"%1\" (valid: auto, always, never)").arg(text));
     return false;
 }
 
@@ -181,30 +181,22 @@ void printNames(QTextStream& out, const QList<MarkedDay>& month)
         out << "moon: " << moon.join(QStringLiteral(", ")) << '\n';
 }
 
-int runMonth(const QStringList& args, QTextStream& out, QTextStream& err)
+int runMonth(CommandContext& context)
 {
-    const CommandOptions options(args, {QStringLiteral("locale"), QStringLiteral("province"), QStringLiteral("features"),
-                                        QStringLiteral("color")});
-    if (!options.isValid()) {
-        err << "rkcalendar month: " << options.error() << '\n';
-        return ExitUsage;
-    }
-    const QStringList positional = options.positional();
-    if (positional.size() > 1) {
-        err << "rkcalendar month: unexpected argument \"" << positional.at(1) << "\"\n";
-        return ExitUsage;
-    }
+    const QStringList positional = context.positional();
     QDate first = QDate::currentDate();
     first = QDate(first.year(), first.month(), 1);
-    if (!positional.isEmpty() && !parseMonth(positional.first(), first, err))
+    if (!positional.isEmpty() && !parseMonth(positional.first(), first, context))
         return ExitUsage;
 
     RKLocale locale;
     RKCalendariumHolidayConfig config;
-    if (!configFromOptions(options, QStringLiteral("holidays,vacations,moonphases"), err, locale, config))
+    if (!configFromOptions(context, QLatin1String(ALL_FEATURES), locale, config))
         return ExitUsage;
+    for (const QString& warning : coverageWarnings(locale, config, first.year(), first.year()))
+        context.warn(QStringLiteral("warning: ") + warning);
     bool color = false;
-    if (!parseColor(options.value(QStringLiteral("color"), QStringLiteral("auto")), color, err))
+    if (!parseColor(context.value(QStringLiteral("color"), QStringLiteral("auto")), color, context))
         return ExitUsage;
 
     QList<MarkedDay> month;
@@ -215,13 +207,26 @@ int runMonth(const QStringList& args, QTextStream& out, QTextStream& err)
         month << day;
         byDay.insert(day.date.day(), day);
     }
+    QTextStream& out = context.out();
     printGrid(out, first, RKCalendarDayNames(locale), byDay, color);
     printNames(out, month);
     return ExitOk;
 }
 
-const CommandRegistration registration({QStringLiteral("month"),
-    QStringLiteral("month [YYYY-MM] --locale L [--province P] [--features F,...] [--color auto|always|never]"),
-    QStringLiteral("a month as a grid with holidays, vacations and moon phases"), runMonth});
+Command monthCommand()
+{
+    Command command;
+    command.name = QStringLiteral("month");
+    command.arguments = QStringLiteral("[YYYY-MM]");
+    command.description = QStringLiteral("a month as a terminal grid with holidays, vacations and moon phases");
+    command.options = holidayOptions(QLatin1String(ALL_FEATURES))
+        + QList<QCommandLineOption>{valueOption(QStringLiteral("color"),
+            QStringLiteral("auto, always or never (default: auto, colour on a terminal)"), QStringLiteral("when"))};
+    command.maxArguments = 1;
+    command.run = runMonth;
+    return command;
+}
+
+const CommandRegistration registration(monthCommand());
 
 } // namespace

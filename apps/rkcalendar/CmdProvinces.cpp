@@ -9,28 +9,29 @@ using namespace HolidayCommandSupport;
 
 namespace {
 
-int runProvinces(const QStringList& args, QTextStream& out, QTextStream& err)
+int runProvinces(CommandContext& context)
 {
-    const CommandOptions options(args, {QStringLiteral("locale")});
-    if (!options.isValid()) {
-        err << "rkcalendar provinces: " << options.error() << '\n';
-        return ExitUsage;
-    }
-    if (!options.positional().isEmpty()) {
-        err << "rkcalendar provinces: unexpected argument \"" << options.positional().first() << "\"\n";
-        return ExitUsage;
-    }
     RKLocale locale;
-    if (!parseHolidayLocale(options.value(QStringLiteral("locale")), locale, err))
+    if (!parseHolidayLocale(context.value(QStringLiteral("locale")), locale, context))
         return ExitUsage;
 
     const QHash<QString, QString> titles = provinceTitles(locale);
     for (const QString& province : RKCalendariumHolidayCalculator::instance().availableProvinces(locale))
-        out << province << '\t' << titles.value(province) << '\n';
+        context.out() << province << '\t' << titles.value(province) << '\n';
     return ExitOk;
 }
 
-const CommandRegistration registration({QStringLiteral("provinces"), QStringLiteral("provinces --locale L"),
-    QStringLiteral("provinces of a holiday locale: code, title (tab-separated)"), runProvinces});
+Command provincesCommand()
+{
+    Command command;
+    command.name = QStringLiteral("provinces");
+    command.description = QStringLiteral("provinces of a holiday locale: code, title (tab-separated)");
+    command.options = {valueOption(QStringLiteral("locale"), QStringLiteral("holiday locale, e.g. de_DE (required)"),
+        QStringLiteral("locale"))};
+    command.run = runProvinces;
+    return command;
+}
+
+const CommandRegistration registration(provincesCommand());
 
 } // namespace

@@ -30,48 +30,44 @@ void printWords(const RKCalendarWords& words, QTextStream& out)
  * A locale without words of its own gets those of another country of its
  * language, said on stderr; a language without any words is a usage error.
  */
-int runWords(const QStringList& args, QTextStream& out, QTextStream& err)
+int runWords(CommandContext& context)
 {
-    const CommandOptions options(args, {QStringLiteral("locale")});
-    if (!options.isValid()) {
-        err << "rkcalendar words: " << options.error() << '\n';
-        return ExitUsage;
-    }
-    if (!options.positional().isEmpty()) {
-        err << "rkcalendar words: unexpected argument \"" << options.positional().first() << "\"\n";
-        return ExitUsage;
-    }
-    if (!options.has(QStringLiteral("locale"))) {
-        err << "rkcalendar words: --locale is required (e.g. --locale fr_FR)\n";
-        return ExitUsage;
-    }
-    const QString name = options.value(QStringLiteral("locale"));
+    if (!context.isSet(QStringLiteral("locale")))
+        return context.usageError(QStringLiteral("--locale is required (e.g. --locale fr_FR)"));
+    const QString name = context.value(QStringLiteral("locale"));
     const RKLocale locale = RKLocale::decodeName(name);
-    if (!locale.isValid()) {
-        err << "rkcalendar words: malformed locale \"" << name << "\" (expected language_COUNTRY, e.g. fr_FR)\n";
-        return ExitUsage;
-    }
+    if (!locale.isValid())
+        return context.usageError(
+            QStringLiteral("malformed locale \"%1\" (expected language_COUNTRY, e.g. fr_FR)").arg(name));
 
     const RKCalendarWordsRegistry& registry = RKSingleton<RKCalendarWordsRegistry>::instance();
     const RKCalendarWords words = registry.words(locale);
-    if (!words.language().isValid()) {
-        err << "rkcalendar words: no calendar words for " << locale.name() << "; valid locales: " << validLocales(registry)
-            << '\n';
-        return ExitUsage;
-    }
+    if (!words.language().isValid())
+        return context.usageError(
+            QStringLiteral("no calendar words for %1; valid locales: %2").arg(locale.name(), validLocales(registry)));
     if (words.language() != locale)
-        err << "rkcalendar words: no words of its own for " << locale.name() << "; falling back to those of "
-            << words.language().name() << '\n';
-    printWords(words, out);
-    if (!words.isValid()) {
-        err << "rkcalendar words: the words of " << words.language().name() << " are incomplete ("
-            << words.monthNames().count() << " months, " << words.daysOfWeek().count() << " weekdays)\n";
-        return ExitFailure;
-    }
+        context.warn(QStringLiteral("no words of its own for %1; falling back to those of %2")
+                         .arg(locale.name(), words.language().name()));
+    printWords(words, context.out());
+    if (!words.isValid())
+        return context.fail(ExitFailure, QStringLiteral("the words of %1 are incomplete (%2 months, %3 weekdays)")
+                                             .arg(words.language().name())
+                                             .arg(words.monthNames().count())
+                                             .arg(words.daysOfWeek().count()));
     return ExitOk;
 }
 
-const CommandRegistration registration({QStringLiteral("words"), QStringLiteral("words --locale L"),
-    QStringLiteral("weekday, month and calendar-week words of a locale"), runWords});
+Command wordsCommand()
+{
+    Command command;
+    command.name = QStringLiteral("words");
+    command.description = QStringLiteral("weekday, month and calendar-week words of a locale");
+    command.options = {valueOption(QStringLiteral("locale"), QStringLiteral("calendar locale, e.g. fr_FR (required)"),
+        QStringLiteral("locale"))};
+    command.run = runWords;
+    return command;
+}
+
+const CommandRegistration registration(wordsCommand());
 
 }

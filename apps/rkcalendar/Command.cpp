@@ -32,39 +32,24 @@ const Command* CommandRegistry::find(const QString& name)
     return nullptr;
 }
 
-CommandOptions::CommandOptions(const QStringList& args, const QStringList& valueOptions, const QStringList& flagOptions)
+int CommandContext::fail(int code, const QString& message)
 {
-    for (int i = 0; i < args.size() && myError.isEmpty(); ++i) {
-        const QString& arg = args.at(i);
-        if (!arg.startsWith(QLatin1String("--")) || arg == QLatin1String("--")) {
-            myPositional << arg;
-            continue;
-        }
-        QString name = arg.mid(2);
-        QString value;
-        bool inlineValue = false;
-        const int eq = name.indexOf(QLatin1Char('='));
-        if (eq >= 0) {
-            value = name.mid(eq + 1);
-            name.truncate(eq);
-            inlineValue = true;
-        }
-        if (flagOptions.contains(name) && !inlineValue) {
-            myValues.insert(name, QStringLiteral("1"));
-        } else if (valueOptions.contains(name)) {
-            if (!inlineValue) {
-                if (i + 1 >= args.size()) {
-                    myError = QStringLiteral("option --%1 needs a value").arg(name);
-                    break;
-                }
-                value = args.at(++i);
-            }
-            myValues.insert(name, value);
-        } else {
-            QStringList known;
-            for (const QString& o : valueOptions + flagOptions)
-                known << QStringLiteral("--") + o;
-            myError = QStringLiteral("unknown option --%1 (valid: %2)").arg(name, known.isEmpty() ? QStringLiteral("none") : known.join(QStringLiteral(", ")));
-        }
-    }
+    warn(message);
+    return code;
+}
+
+void CommandContext::warn(const QString& message)
+{
+    myErr << "rkcalendar " << myCommand.name << ": " << message << '\n';
+    myErr.flush();
+}
+
+QCommandLineOption valueOption(const QString& name, const QString& description, const QString& valueName)
+{
+    return QCommandLineOption(name, description, valueName);
+}
+
+QCommandLineOption flagOption(const QString& name, const QString& description)
+{
+    return QCommandLineOption(name, description);
 }

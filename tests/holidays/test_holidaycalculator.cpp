@@ -349,20 +349,25 @@ private slots:
             file.write(QStringLiteral("<holidays><country><nationwide><day id=\"19\" name=\"Novo leto\" honor=\"free\"/>%1"
                                       "</nationwide></country></holidays>").arg(vacations).toUtf8());
         };
+        // A file in the first resource directory hides the shipped one of the same locale;
+        // what the shipped file gives is the baseline.
+        const int shippedDays = holidays(2024, QString(), "holidays", slovene).size();
+        const int shippedVacationDays = ::vacations(2024, QString(), slovene).size();
+        QVERIFY(shippedDays != 1 && shippedVacationDays != 2);
         // Vacations follow the file; the holiday tables only after reloadData().
         write("<vacation start=\"2024-02-19\" end=\"2024-02-23\" name=\"Zimske\"/>");
         QCOMPARE(::vacations(2024, QString(), slovene).size(), 5);
         write("<vacation start=\"2024-02-19\" end=\"2024-02-20\" name=\"Zimske\"/><!-- shorter -->");
         QCOMPARE(::vacations(2024, QString(), slovene).size(), 2);
-        QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), 0);
+        QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), shippedDays);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
         calculator().reloadData();
         QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), 1);
         QFile::remove(path);
-        QCOMPARE(::vacations(2024, QString(), slovene).size(), 0);
+        QCOMPARE(::vacations(2024, QString(), slovene).size(), shippedVacationDays);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
         calculator().reloadData();
-        QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), 0);
+        QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), shippedDays);
         QCOMPARE(holidays(2024, "ALL").size(), 23); // the fixture files are all back
     }
 

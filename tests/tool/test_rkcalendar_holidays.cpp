@@ -3,42 +3,21 @@
 // The holiday rules come from the fixture tests/data/tool (it replaces the shipped
 // de_DE file); calendar words and moon phases are the shipped ones.
 
-#include "RKTestSupport.h"
+#include "RKToolSupport.h"
 
-#include <QProcess>
 #include <QRegularExpression>
 
 namespace {
 
-struct Result {
-    int exitCode = -1;
-    QString out;
-    QString err;
-    QStringList lines() const { return out.split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
-};
+using Result = RKToolResult;
 
-/// The blank-separated words of a command line.
-QStringList words(const QString& commandLine)
-{
-    return commandLine.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
+QStringList words(const QString& commandLine) { return commandWords(commandLine); }
 
 Result runTool(const QStringList& args)
 {
-    QProcess process;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment env;
     env.insert("RKXML_RESOURCE_PATH", testDataPath("tool"));
-    env.insert("RKXML_DATA_DIR", shippedDataPath(QString()));
-    env.insert("RKXML_WRITABLE_DIR", QString::fromLocal8Bit(qgetenv("RKXML_WRITABLE_DIR")));
-    process.setProcessEnvironment(env);
-    process.start(QStringLiteral(RKXML_RKCALENDAR_BINARY), args);
-    Result result;
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
-        return result;
-    result.exitCode = process.exitCode();
-    result.out = QString::fromUtf8(process.readAllStandardOutput());
-    result.err = QString::fromUtf8(process.readAllStandardError());
-    return result;
+    return runRkcalendar(args, env);
 }
 
 Result runTool(const QString& commandLine) { return runTool(words(commandLine)); }
@@ -88,7 +67,9 @@ private slots:
         QFETCH(QStringList, args);
         QFETCH(QStringList, expected);
         const Result result = runTool(args);
-        QCOMPARE(result.err, QString());
+        // The fixture has no Saxon vacations in 2027, and says so.
+        const bool saxony = args.contains("SN") && args.contains("holidays, vacations");
+        QCOMPARE(result.err, saxony ? QString("rkcalendar holidays: warning: no school vacations known for de_DE in 2027\n") : QString());
         QCOMPARE(result.exitCode, 0);
         QCOMPARE(result.lines(), expected);
     }
@@ -245,7 +226,8 @@ private slots:
         QTest::addColumn<QString>("message");
         const auto row = [](const char* name, const char* args, const char* message) { QTest::newRow(name) << args << message; };
         row("unknown locale", "holidays --locale xx_XX --year 2026", "unknown locale \"xx_XX\" (valid: ");
-        row("locale without holidays", "holidays --locale en_NZ --year 2026", "unknown locale \"en_NZ\"");
+        // Every calendar language has holidays now; a real locale outside them stands in.
+        row("locale without holidays", "holidays --locale en_ZA --year 2026", "unknown locale \"en_ZA\"");
         row("missing locale", "holidays --year 2026", "--locale is required (valid: ");
         row("unknown province", "holidays --locale de_DE --province by --year 2026", "unknown province \"by\" for de_DE (valid: BY, SN)");
         row("year not a number", "holidays --locale de_DE --year 20x6", "--year \"20x6\" is not a year (valid: 1583 to 9999)");
@@ -259,7 +241,9 @@ private slots:
             "unknown feature \"holyday\" (valid, comma-separated: ");
         row("empty feature", "holidays --locale de_DE --year 2026 --features holidays,", "unknown feature \"\"");
         row("unknown option", "holidays --locale de_DE --year 2026 --bogus", "unknown option --bogus");
-        row("missing value", "holidays --locale de_DE --year", "option --year needs a value");
+        row("missing value", "holidays --locale de_DE --year", "missing value after '--year'");
+        row("repeated year", "holidays --locale de_DE --year 2026 --year 2027", "rkcalendar holidays: --year given more than once");
+        row("feature the tool ignores", "holidays --locale de_DE --year 2026 --features zodiacs", "unknown feature \"zodiacs\"");
         row("month 13", "month 2026-13 --locale de_DE", "\"2026-13\" is not a month (valid: YYYY-MM");
         row("month with slash", "month 2026/12 --locale de_DE", "is not a month");
         row("month as a date", "month 2026-12-01 --locale de_DE", "is not a month");

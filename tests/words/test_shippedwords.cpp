@@ -210,7 +210,7 @@ private slots:
         QTest::newRow("three-letter country") << "words --locale de_DEU" << false << 2 << "" << "malformed";
         QTest::newRow("empty name") << "words --locale=" << false << 2 << "" << "malformed";
         QTest::newRow("no locale") << "words" << false << 2 << "" << "--locale";
-        QTest::newRow("value missing") << "words --locale" << false << 2 << "" << "needs a value";
+        QTest::newRow("value missing") << "words --locale" << false << 2 << "" << "missing value after '--locale'";
         QTest::newRow("unknown option") << "words --locale fr_FR --year 2026" << false << 2 << "" << "--year";
         QTest::newRow("positional") << "words fr_FR" << false << 2 << "" << "fr_FR";
         QTest::newRow("locales with argument") << "locales extra" << false << 2 << "" << "extra";

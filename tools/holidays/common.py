@@ -41,6 +41,21 @@ def library_easter(year):
     return _dt.date(year, 4, l - 3)
 
 
+def orthodox_easter(year):
+    """Orthodox Easter Sunday as a Gregorian date.
+
+    The Julian computus (Meeus) gives the date in the Julian calendar; the
+    Julian calendar lags the Gregorian one by 13 days in 1900-2099 and by 14
+    days from March 2100 on (Easter is always after February).
+    """
+    a, b, c = year % 4, year % 7, year % 19
+    d = (19 * c + 15) % 30
+    e = (2 * a + 4 * b - d + 34) % 7
+    month, day = divmod(d + e + 114, 31)
+    lag = year // 100 - year // 400 - 2
+    return _dt.date(year, month, day + 1) + _dt.timedelta(days=lag)
+
+
 def quirk_years():
     return [y for y in YEARS if easter(y) != library_easter(y)]
 
@@ -99,6 +114,11 @@ def yearly(func, name, honor="free", years=YEARS):
         for d in (r if isinstance(r, (list, tuple)) else [r]):
             out.append(dated(d, name, honor))
     return out
+
+
+def orthodox_day(offset, name, honor="free", years=YEARS):
+    """One-off days `offset` days from Orthodox Easter (orthodox_easter), for every year."""
+    return yearly(lambda y: orthodox_easter(y) + _dt.timedelta(days=offset), name, honor, years)
 
 
 def flatten(items):
@@ -166,3 +186,31 @@ def expand(nationwide, province, year, library=False):
             continue
         out.add((_dt.date(year, int(m), int(d)), rec["name"], rec["honor"]))
     return out
+
+
+def substitute_days(days, weekend=(SAT, SUN)):
+    """Substitute days off for holidays that fall on a weekend.
+
+    `days` is a list of (date, name), usually holidays close together (25 and
+    26 December). Each one on a weekend day moves to the first later weekday
+    that is neither one of the days nor already taken by an earlier one.
+    Returns [(substitute date, name)] in the order of `days`.
+    """
+    taken = {d for d, _ in days if d.weekday() not in weekend}
+    out = []
+    for d, name in days:
+        if d.weekday() not in weekend:
+            continue
+        s = d + _dt.timedelta(days=1)
+        while s.weekday() in weekend or s in taken:
+            s += _dt.timedelta(days=1)
+        taken.add(s)
+        out.append((s, name))
+    return out
+
+
+def nearest_weekday(date, weekday):
+    """The `weekday` nearest to `date` (on a tie, 3.5 days, impossible; ties go later)."""
+    before = weekday_on_or_before(date, weekday)
+    after = weekday_on_or_after(date, weekday)
+    return before if (date - before) < (after - date) else after

@@ -21,6 +21,7 @@ import argparse
 import collections
 import csv
 import datetime as dt
+import glob
 import importlib
 import os
 import re
@@ -184,7 +185,11 @@ def vacation_xml(vac, indent):
 
 def render(locale, data):
     lang, country = LOCALE_RE.match(locale).groups()
-    out = [HEADER, "<holidays language=%s country=%s>\n" % (attr(lang), attr(country)),
+    out = [HEADER]
+    if data.get("note"):
+        # a module's FILE_NOTE: what the file lacks (no "--" inside an XML comment)
+        out.append("<!-- %s -->\n" % data["note"].replace("--", "-"))
+    out += ["<holidays language=%s country=%s>\n" % (attr(lang), attr(country)),
            "  <country name=%s title=%s>\n" % (attr(data["code"]), attr(data["title"]))]
     if data["nationwide"] or data["vacations"]:
         out.append("    <nationwide>\n")
@@ -206,6 +211,7 @@ def generate(mods, outdir, school):
     for cc, mod in mods.items():
         for locale, entry in sorted(mod.build().items()):
             data = normalise(locale, entry, school)
+            data["note"] = getattr(mod, "FILE_NOTE", "")
             path = os.path.join(outdir, locale + ".xml")
             with open(path, "w", encoding="utf-8", newline="\n") as fh:
                 fh.write(render(locale, data))
@@ -412,6 +418,63 @@ def run_check(mods, csv_dir, out=sys.stdout):
     return totals
 
 
+# The tables kept in the repository -------------------------------------------
+# --check and the data-shipped QtTest compare with a trimmed copy of the
+# OpenHolidays public-holiday tables under tests/data/openholidays, so they run
+# in every clone. --import-tables refreshes that copy from a full download.
+
+TABLES = os.path.join(REPO, "tests", "data", "openholidays")
+TABLE_COLUMNS = ("StartDate", "EndDate", "Type", "RegionalScope", "Subdivisions", "Name")
+REGION_COLUMNS = ("ShortName", "IsoCode", "Parent")
+ATTRIBUTION = (
+    "# Public-holiday tables for the rule checks\n\n"
+    "Contains data from the OpenHolidays project, https://www.openholidaysapi.org,\n"
+    "ODbL 1.0 (LICENSE.ODbL; source revision in PROVENANCE.txt). Trimmed copy, made\n"
+    "by `tools/holidays/generate.py --import-tables DIR`: only the countries that\n"
+    "have a rule module; only the columns\n%s (public/<cc>.public.csv)\n"
+    "and %s (school/<cc>/subdivisions.csv); names only in\n"
+    "their first language, English and the languages of the country's calendar\n"
+    "files. This trimmed database is available under the ODbL 1.0 too.\n"
+) % (", ".join(TABLE_COLUMNS), ", ".join(REGION_COLUMNS))
+
+
+def _write_table(path, columns, rows):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "w", encoding="utf-8", newline="") as fh:
+        fh.write(";".join(columns) + "\n")
+        for row in rows:
+            fh.write(";".join((row.get(c) or "").replace(";", ",") for c in columns) + "\n")
+
+
+def _trim_names(field, langs):
+    parts = [p.strip() for p in field.split(",") if p.strip()]
+    kept = [p for i, p in enumerate(parts) if i == 0 or p.partition(" ")[0].lower() in langs]
+    return ",".join(kept)
+
+
+def import_tables(mods, source, dest=TABLES):
+    """Copies the rows of source/public and source/school/*/subdivisions.csv that the checks use."""
+    import shutil
+    written = []
+    for cc, mod in mods.items():
+        path = os.path.join(source, "public", cc + ".public.csv")
+        if not os.path.exists(path):
+            continue
+        langs = {"en"} | {loc[:2] for loc in mod.build()}
+        rows = [dict(r, Name=_trim_names(r.get("Name", ""), langs)) for r in read_csv(path)]
+        _write_table(os.path.join(dest, "public", cc + ".public.csv"), TABLE_COLUMNS, rows)
+        written.append(cc)
+        regions = os.path.join(source, "school", cc, "subdivisions.csv")
+        if os.path.exists(regions):
+            _write_table(os.path.join(dest, "school", cc, "subdivisions.csv"), REGION_COLUMNS,
+                         read_csv(regions))
+    for name in ("LICENSE.ODbL", "PROVENANCE.txt"):
+        shutil.copyfile(os.path.join(source, "public", name), os.path.join(dest, name))
+    with open(os.path.join(dest, "README.md"), "w", encoding="utf-8") as fh:
+        fh.write(ATTRIBUTION)
+    return written
+
+
 # Self-test ------------------------------------------------------------------
 # Run with --self-test. The generic part checks the writer, the validation, the
 # vacation merge and the CSV comparison on small made-up inputs; the per-country
@@ -478,6 +541,74 @@ def _test_quirk_years():
     _eq((common.easter(2049), common.library_easter(2049)), (dt.date(2049, 4, 18), dt.date(2049, 4, 25)),
         "Easter 2049")
     _eq(common.easter(2011), dt.date(2011, 4, 24), "Easter 2011")
+
+
+# Orthodox Easter Sundays (Gregorian dates) as published by the Orthodox churches.
+_ORTHODOX_EASTER = {
+    2000: "04-30", 2001: "04-15", 2002: "05-05", 2003: "04-27", 2004: "04-11", 2005: "05-01",
+    2006: "04-23", 2007: "04-08", 2008: "04-27", 2009: "04-19", 2010: "04-04", 2011: "04-24",
+    2012: "04-15", 2013: "05-05", 2014: "04-20", 2015: "04-12", 2016: "05-01", 2017: "04-16",
+    2018: "04-08", 2019: "04-28", 2020: "04-19", 2021: "05-02", 2022: "04-24", 2023: "04-16",
+    2024: "05-05", 2025: "04-20", 2026: "04-12", 2027: "05-02", 2028: "04-16", 2029: "04-08",
+    2030: "04-28",
+}
+
+
+def _test_orthodox_easter():
+    for year, mmdd in sorted(_ORTHODOX_EASTER.items()):
+        _eq(common.orthodox_easter(year).strftime("%m-%d"), mmdd, "Orthodox Easter %d" % year)
+    _eq(common.orthodox_easter(2100), dt.date(2100, 5, 2), "Orthodox Easter 2100 (14 days' lag)")
+    for y in common.YEARS:
+        d = common.orthodox_easter(y)
+        # 22 March - 25 April Julian: 4 April - 8 May Gregorian until 2099, a day later in 2100
+        lag = dt.timedelta(days=1 if y == 2100 else 0)
+        _eq((d.weekday(), dt.date(y, 4, 4) + lag <= d <= dt.date(y, 5, 8) + lag, d >= common.easter(y)),
+            (common.SUN, True, True), "Orthodox Easter %d: a Sunday in its window, not before the Western one" % y)
+
+
+def _easter_relative_drift(path):
+    """Dated days of one data file that follow Easter but not the library's Easter.
+
+    The days of one name in one region are Easter-relative when they keep one
+    distance to Easter (the true one or the library's) in every year they occur.
+    Such days must keep that distance to the library's Easter, which the file's
+    own Easter-based ids use, or a year like 2049 would mix two Easters.
+    """
+    from xml.dom import minidom
+    groups = collections.defaultdict(list)
+    for section in minidom.parse(path).getElementsByTagName("country")[0].childNodes:
+        if section.nodeType != section.ELEMENT_NODE:
+            continue
+        for day in section.getElementsByTagName("day"):
+            m = DATE_RE.match(day.getAttribute("date"))
+            if m and m.group(1) != "xxxx":
+                date = dt.date(*map(int, m.groups()))
+                groups[(section.getAttribute("name"), day.getAttribute("name"))].append(date)
+    drift = []
+    for key, dates in sorted(groups.items()):
+        if len({d.year for d in dates}) < 2:
+            continue
+        true = {d - common.easter(d.year) for d in dates}
+        lib = {d - common.library_easter(d.year) for d in dates}
+        if len(lib) != 1 and len(true) == 1:
+            off = true.pop()
+            drift.append((key, sorted(d for d in dates if d - common.library_easter(d.year) != off)))
+    return drift
+
+
+def _test_easter_relative_days():
+    paths = sorted(glob.glob(os.path.join(REPO, "data", "holidays", "*.xml")))
+    _eq(bool(paths), True, "shipped holiday files found")
+    for path in paths:
+        _eq(_easter_relative_drift(path), [], "%s: dated days off the library's Easter"
+            % os.path.basename(path))
+    # The check itself: a Good Friday written with the true Easter drifts in 2049.
+    tmp = os.path.join(__import__("tempfile").mkdtemp(), "xx_XX.xml")
+    good_friday = [common.dated(common.easter(y) - dt.timedelta(days=2), "GF") for y in (2048, 2049)]
+    with open(tmp, "w", encoding="utf-8") as fh:
+        fh.write(render("xx_XX", normalise("xx_XX", {"code": "XX", "title": "t",
+                                                     "nationwide": good_friday, "provinces": []})))
+    _eq(_easter_relative_drift(tmp), [(("", "GF"), [dt.date(2049, 4, 16)])], "drift is found")
 
 
 def _test_writer():
@@ -612,7 +743,7 @@ def _test_module(cc, mod):
 
 def self_test(only=None):
     failures, count = 0, 0
-    generic = [_test_quirk_years, _test_writer, _test_validation, _test_compare]
+    generic = [_test_quirk_years, _test_orthodox_easter, _test_easter_relative_days, _test_writer, _test_validation, _test_compare]
     for func in generic:
         count += 1
         try:
@@ -641,16 +772,21 @@ def main(argv=None):
     ap.add_argument("--check", action="store_true", help="compare the rules with the OpenHolidays CSVs")
     ap.add_argument("--self-test", action="store_true", help="run the generator and rule tests")
     ap.add_argument("--only", help="comma-separated country codes (default: all rule modules)")
-    ap.add_argument("--openholidays", help="directory of the <cc>.public.csv files")
+    ap.add_argument("--openholidays", help="directory of the <cc>.public.csv files (default: %s)"
+                    % os.path.relpath(os.path.join(TABLES, "public"), REPO))
+    ap.add_argument("--import-tables", metavar="DIR",
+                    help="refresh the trimmed tables from an OpenHolidays download (DIR has public/, school/)")
     ap.add_argument("--out", default=os.path.join(REPO, "data", "holidays"), help="output directory")
     args = ap.parse_args(argv)
     only = set(args.only.lower().split(",")) if args.only else None
     if args.self_test:
         return self_test(only)
     mods = rule_modules(only)
+    if args.import_tables:
+        print("tables for:", " ".join(import_tables(mods, args.import_tables)))
+        return 0
     if args.check:
-        csv_dir = args.openholidays or os.path.join(
-            os.path.dirname(REPO), "shared", "data-sources", "openholidays", "public")
+        csv_dir = args.openholidays or os.path.join(TABLES, "public")
         run_check(mods, csv_dir)
         return 0
     for locale, nprov in generate(mods, args.out, load_school()):

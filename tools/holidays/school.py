@@ -52,12 +52,15 @@ SOURCE_ROOT = _default_root()
 LONG_VACATION_DAYS = 50
 
 # Countries whose calendar locales get school vacations. Anything else gets {}.
-# Ireland has national rows in the source but its calendars carry no vacations.
-SUPPORTED = {"AT", "BE", "CH", "CZ", "DE", "ES", "FR", "IT", "LU", "NL", "PL", "PT", "SK"}
+# The source has no school rows for Sweden (only its regions).
+SUPPORTED = {"AT", "BE", "CH", "CZ", "DE", "ES", "FR", "IT", "LU", "NL", "PL", "PT", "SK",
+             "BG", "EE", "HR", "HU", "IE", "LT", "LV", "MT", "RO", "SI", "MX", "RS"}
 
 # Calendar locales covered, for --summary and the tests.
 LOCALES = ["de_DE", "de_AT", "de_CH", "fr_CH", "it_CH", "fr_FR", "nl_BE", "fr_BE", "nl_NL",
-           "fr_LU", "lb_LU", "it_IT", "es_ES", "pt_PT", "pl_PL", "cs_CZ", "sk_SK"]
+           "fr_LU", "lb_LU", "it_IT", "es_ES", "pt_PT", "pl_PL", "cs_CZ", "sk_SK",
+           "ca_ES", "de_BE", "de_LU", "bg_BG", "et_EE", "hr_HR", "hu_HU", "en_IE", "ga_IE", "lt_LT",
+           "lv_LV", "mt_MT", "en_MT", "ro_RO", "sl_SI", "es_MX", "sr_RS"]
 
 # Source rows that contradict another row for the same region and vacation, or
 # cannot be right; each is left out with the reason.
@@ -74,6 +77,15 @@ SKIP_ROWS = {
     # Saint-Pierre-et-Miquelon, Toussaint 2024: 10-23..11-03 next to 10-20..11-03;
     # the latter follows the same pattern as the territory's other years.
     "7d647acb-e9c5-4ae6-bef7-dc67048056fb": "second Toussaint row for 2024",
+    # Hungary, winter 2019/20: a second row from Monday 23 December; the last school day
+    # was Friday 20 December, as in the row 2019-12-21..2020-01-05 that is kept.
+    "2ff881f1-e764-4d0a-babd-4cc6b8107d2a": "second winter row for 2019/20",
+    # Romania, ski week 2024: 02-12..02-18 for the whole country, next to the same week
+    # for Bistrița-Năsăud and Satu Mare only and the other counties' later weeks.
+    "0fe6db0a-6ed5-41e8-8a64-6ffae4262a44": "ski week of two counties without them",
+    # Lithuania, spring 2026: 2026-03-30..05-05 runs into May, five weeks; the row
+    # 2026-04-06..04-12 around Easter is kept.
+    "628a6337-6659-451e-bd84-5f6d7ba3783d": "spring vacation of five weeks",
 }
 
 # Typing errors in the source whose right value follows from the row itself
@@ -187,6 +199,24 @@ POLICIES = {
     # grades) are kept, those for 9, 11, 12 and for pre-school and 1-4 left out.
     "PT": Policy(drop_comments={"": [r"^PT 9\.º", r"pré-escolar"]}),
     "SK": Policy(),
+    # National rows only. Bulgaria: rows per grade; those for grades 7-11 (summer) and
+    # 1-11 (spring) are kept, the ones for 1-3, 4-6, sports schools and grade 12 left out.
+    "BG": Policy(drop_comments={"": [r"^BG (XII|I-III|IV-VI|V-VI) клас"]}),
+    "EE": Policy(), "HU": Policy(), "LT": Policy(), "LV": Policy(), "MT": Policy(),
+    # Ireland: the primary schools' mid-term breaks; the post-primary ones are left out.
+    "IE": Policy(drop_comments={"": [r"Post-primary schools"]}),
+    # Croatia 2019/20: counties chose one of four options; option I is kept.
+    "HR": Policy(drop_comments={"": [r"^HR Opcija (II|IV|III i IV) "]}),
+    # Romania: the February week differs by county (ISO codes); the longer winter vacation
+    # of 2021/22 for pre-school and primary classes only is left out.
+    "RO": Policy(drop_comments={"": [r"preșcolar și primar"]}),
+    # Slovenia: the February week differs by the western and eastern school regions
+    # (ZR, VR), which have no ISO codes.
+    # Slovenia: the primary schools; the rows for secondary schools are left out.
+    "SI": Policy(drop_comments={"": [r"srednje šole"]}),
+    "MX": Policy(),  # the federal school calendar (SEP), national rows only
+    # Secondary schools start and end some vacations on other days; primary ones are kept.
+    "RS": Policy(drop_comments={"": [r"Средња"]}),
 }
 
 
@@ -817,6 +847,23 @@ class SourceDataTests(unittest.TestCase):
         self.assertIn(("2025-06-28", "2025-08-31", "Ferie letnie"), pl[""]["vacations"])
         self.assertEqual(pl["02"]["title"], "Dolnośląskie")
         self.assertNotEqual(self.data["lb_LU"][""]["vacations"], self.data["fr_LU"][""]["vacations"])
+
+    def test_eastern_and_northern_countries(self):
+        # one row per vacation where the source has several per grade, option or school type
+        self.assertIn(("2024-06-29", "2024-09-14", "Лятна ваканция"), self.data["bg_BG"][""]["vacations"])
+        self.assertIn(("2024-02-15", "2024-02-16", "February mid-term break"),
+                      self.data["en_IE"][""]["vacations"])
+        self.assertIn(("2024-02-15", "2024-02-16", "Sos lár-téarma na Feabhra"),
+                      self.data["ga_IE"][""]["vacations"])
+        # regional weeks: Romanian counties by ISO code, Slovenian school regions
+        ro = self.data["ro_RO"]
+        self.assertEqual(ro["B"]["title"], "București")
+        self.assertIn(("2024-02-19", "2024-02-25", "Vacanţa de schi"), ro["B"]["vacations"])
+        self.assertFalse(any("schi" in v[2] for v in ro[""]["vacations"]))
+        self.assertEqual(set(self.data["sl_SI"]), {"", "VR", "ZR"})
+        self.assertIn(("2025-02-24", "2025-02-28", "Zimske počitnice"), self.data["sl_SI"]["ZR"]["vacations"])
+        self.assertEqual([v[:2] for v in self.data["mt_MT"][""]["vacations"]],
+                         [v[:2] for v in self.data["en_MT"][""]["vacations"]])
 
 
 if __name__ == "__main__":

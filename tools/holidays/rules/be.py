@@ -1,4 +1,4 @@
-"""Belgium (nl_BE, fr_BE): the ten legal holidays plus Easter and Whit Sunday.
+"""Belgium (nl_BE, fr_BE, de_BE): the ten legal holidays plus Easter and Whit Sunday.
 
 The days of the three language communities are days off only for the staff of
 those communities, so they are shown, not marked free. ISO 3166-2 has no codes
@@ -8,31 +8,34 @@ King's Feast (15 Nov) is a day off for federal civil servants only: shown.
 """
 from common import fixed, rule
 
-# (how, Dutch, French, honor)
+# (how, Dutch, French, German, honor)
 NATIONWIDE = [
-    (19, "Nieuwjaar", "Jour de l'An", "free"),
-    (4, "Pasen", "Pâques", "free"),
-    (5, "Paasmaandag", "Lundi de Pâques", "free"),
-    (6, "Dag van de Arbeid", "Fête du Travail", "free"),
-    (7, "Onze-Lieve-Heer-Hemelvaart", "Ascension", "free"),
-    (8, "Pinksteren", "Pentecôte", "free"),
-    (9, "Pinkstermaandag", "Lundi de Pentecôte", "free"),
-    ((7, 21), "Nationale feestdag", "Fête nationale", "free"),
-    (11, "Onze-Lieve-Vrouw-Hemelvaart", "Assomption", "free"),
-    (13, "Allerheiligen", "Toussaint", "free"),
-    ((11, 11), "Wapenstilstand", "Armistice", "free"),
-    ((11, 15), "Koningsfeest", "Fête du Roi", "show"),
-    (16, "Kerstmis", "Noël", "free"),
+    (19, "Nieuwjaar", "Jour de l'An", "Neujahr", "free"),
+    (4, "Pasen", "Pâques", "Ostern", "free"),
+    (5, "Paasmaandag", "Lundi de Pâques", "Ostermontag", "free"),
+    (6, "Dag van de Arbeid", "Fête du Travail", "Tag der Arbeit", "free"),
+    (7, "Onze-Lieve-Heer-Hemelvaart", "Ascension", "Christi Himmelfahrt", "free"),
+    (8, "Pinksteren", "Pentecôte", "Pfingsten", "free"),
+    (9, "Pinkstermaandag", "Lundi de Pentecôte", "Pfingstmontag", "free"),
+    ((7, 21), "Nationale feestdag", "Fête nationale", "Nationalfeiertag", "free"),
+    (11, "Onze-Lieve-Vrouw-Hemelvaart", "Assomption", "Mariä Himmelfahrt", "free"),
+    (13, "Allerheiligen", "Toussaint", "Allerheiligen", "free"),
+    ((11, 11), "Wapenstilstand", "Armistice", "Waffenstillstand", "free"),
+    ((11, 15), "Koningsfeest", "Fête du Roi", "Festtag des Königs", "show"),
+    (16, "Kerstmis", "Noël", "Weihnachten", "free"),
 ]
 
-# (code, Dutch title, French title, (month, day), Dutch name, French name)
+# (code, Dutch title, French title, German title, (month, day), Dutch, French, German name)
 COMMUNITIES = [
-    ("DE", "Duitstalige Gemeenschap", "Communauté germanophone", (11, 15),
-     "Feest van de Duitstalige Gemeenschap", "Fête de la Communauté germanophone"),
-    ("FR", "Franse Gemeenschap", "Fédération Wallonie-Bruxelles", (9, 27),
-     "Feest van de Franse Gemeenschap", "Fête de la Fédération Wallonie-Bruxelles"),
-    ("NL", "Vlaamse Gemeenschap", "Communauté flamande", (7, 11),
-     "Feest van de Vlaamse Gemeenschap", "Fête de la Communauté flamande"),
+    ("DE", "Duitstalige Gemeenschap", "Communauté germanophone", "Deutschsprachige Gemeinschaft",
+     (11, 15), "Feest van de Duitstalige Gemeenschap", "Fête de la Communauté germanophone",
+     "Tag der Deutschsprachigen Gemeinschaft"),
+    ("FR", "Franse Gemeenschap", "Fédération Wallonie-Bruxelles", "Französische Gemeinschaft",
+     (9, 27), "Feest van de Franse Gemeenschap", "Fête de la Fédération Wallonie-Bruxelles",
+     "Fest der Französischen Gemeinschaft"),
+    ("NL", "Vlaamse Gemeenschap", "Communauté flamande", "Flämische Gemeinschaft",
+     (7, 11), "Feest van de Vlaamse Gemeenschap", "Fête de la Communauté flamande",
+     "Fest der Flämischen Gemeinschaft"),
 ]
 
 
@@ -42,11 +45,10 @@ def make(how, name, honor):
 
 def build():
     out = {}
-    for locale, idx, title in (("nl_BE", 0, "België"), ("fr_BE", 1, "Belgique")):
+    for locale, idx, title in (("nl_BE", 0, "België"), ("fr_BE", 1, "Belgique"), ("de_BE", 2, "Belgien")):
         nationwide = [make(how, names[idx], honor) for how, *names, honor in NATIONWIDE]
-        provinces = [{"code": code, "title": (nl_t, fr_t)[idx],
-                      "days": [fixed(md[0], md[1], (nl_n, fr_n)[idx], "show")]}
-                     for code, nl_t, fr_t, md, nl_n, fr_n in COMMUNITIES]
+        provinces = [{"code": c[0], "title": c[1 + idx], "days": [fixed(c[4][0], c[4][1], c[5 + idx], "show")]}
+                     for c in COMMUNITIES]
         out[locale] = {"code": "BE", "title": title, "nationwide": nationwide, "provinces": provinces}
     return out
 

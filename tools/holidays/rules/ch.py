@@ -9,7 +9,7 @@ marked free. Days of single communes (Sechseläuten, patron saints) are left out
 """
 import datetime as dt
 
-from common import FRI, MON, SUN, THU, easter, fixed, nth_weekday, rule, yearly
+from common import FRI, MON, SUN, THU, library_easter, fixed, nth_weekday, rule, yearly
 
 # key: (German, French, Italian)
 NAMES = {
@@ -85,7 +85,7 @@ def bettag(year):
 def naefelser_fahrt(year):
     """First Thursday of April, a week later when that is Maundy Thursday."""
     d = nth_weekday(year, 4, THU, 1)
-    return d + dt.timedelta(weeks=1) if d == easter(year) - dt.timedelta(days=3) else d
+    return d + dt.timedelta(weeks=1) if d == library_easter(year) - dt.timedelta(days=3) else d
 
 
 def jeune_genevois(year):

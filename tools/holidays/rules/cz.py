@@ -6,13 +6,13 @@ and 17 November (students' day added to the name in 2019).
 """
 import datetime as dt
 
-from common import YEARS, easter, fixed, flatten, rule, yearly
+from common import YEARS, library_easter, fixed, flatten, rule, yearly
 
 _LAST = YEARS[-1] + 1
 
 
 def _good_friday(y):
-    return easter(y) - dt.timedelta(days=2)
+    return library_easter(y) - dt.timedelta(days=2)
 
 
 def build():

@@ -6,7 +6,7 @@ holidays and are shown by name only.
 """
 import datetime as dt
 
-from common import easter, fixed, flatten, rule, yearly
+from common import library_easter, fixed, flatten, rule, yearly
 
 
 def build():
@@ -16,7 +16,7 @@ def build():
         rule(3, "Langfredag"),
         rule(4, "Påskedag"),
         rule(5, "2. påskedag"),
-        yearly(lambda y: easter(y) + dt.timedelta(days=26), "Store bededag",
+        yearly(lambda y: library_easter(y) + dt.timedelta(days=26), "Store bededag",
                years=range(2000, 2024)),
         rule(7, "Kristi himmelfartsdag"),
         rule(8, "Pinsedag"),

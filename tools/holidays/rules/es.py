@@ -15,7 +15,7 @@ communities at once, so their days are included.
 """
 import datetime as dt
 
-from common import dated, easter, fixed, rule
+from common import dated, fixed, flatten, library_easter, rule
 
 NATIONWIDE = [
     rule(19, "Año Nuevo"),
@@ -61,8 +61,9 @@ COMMUNITIES = [
                                     fixed(10, 9, "Día de la Comunitat Valenciana")]),
 ]
 
-# Days chosen per year: (date, name, communities); "*" = every community.
-# Only the days not already covered above are listed.
+# Days chosen per year: (date, name, communities). Every row names its communities:
+# a Monday after a Sunday holiday is never taken by all of them. Only the days not
+# already covered above are listed.
 BY_YEAR = [
     ("2020-03-13", "Estatuto de Autonomía de Melilla", "ML"),
     ("2020-03-19", "Día de San José", "CM GA MC NC PV VC"),
@@ -80,11 +81,12 @@ BY_YEAR = [
     ("2020-09-17", "Día de Melilla", "ML"),
     ("2020-11-02", "Lunes siguiente a Todos los Santos", "AN AR AS CL EX MD"),
     ("2020-12-03", "San Francisco Javier", "NC"),
-    ("2020-12-07", "Lunes siguiente al Día de la Constitución Española", "*"),
+    ("2020-12-07", "Lunes siguiente al Día de la Constitución Española",
+     "AN AR AS CE CL CN EX IB MC MD ML NC RI"),
     ("2021-03-01", "Lunes siguiente al Día de Andalucía", "AN"),
     ("2021-03-13", "Estatuto de Autonomía de Melilla", "ML"),
     ("2021-03-19", "Día de San José", "EX GA MC MD NC PV VC"),
-    ("2021-04-05", "Lunes de Pascua", "CB CM RI"),
+    ("2021-04-05", "Lunes de Pascua", "CM RI"),
     ("2021-05-03", "Lunes siguiente al Día de la Comunidad de Madrid", "MD"),
     ("2021-05-31", "Día de Castilla-La Mancha", "CM"),
     ("2021-06-03", "Corpus Christi", "CM"),
@@ -94,7 +96,7 @@ BY_YEAR = [
     ("2021-07-21", "Fiesta del Sacrificio (Eid al-Adha)", "ML"),
     ("2021-07-28", "Día de las Instituciones de Cantabria", "CB"),
     ("2021-08-05", "Nuestra Señora de África", "CE"),
-    ("2021-08-16", "Lunes siguiente a la Asunción de la Virgen", "*"),
+    ("2021-08-16", "Lunes siguiente a la Asunción de la Virgen", "AN AR AS CL CN"),
     ("2021-09-02", "Día de Ceuta", "CE"),
     ("2021-09-08", "Día de Ntra. Sra. Virgen de la Victoria", "ML"),
     ("2021-09-15", "La Bien Aparecida", "CB"),
@@ -120,10 +122,10 @@ BY_YEAR = [
     ("2022-09-15", "La Bien Aparecida", "CB"),
     ("2022-09-17", "Día de Melilla", "ML"),
     ("2022-12-03", "San Francisco Javier", "NC"),
-    ("2022-12-26", "Lunes siguiente a la Natividad del Señor", "AN AR AS CB CL CM CN EX IB MC MD NC PV RI"),
+    ("2022-12-26", "Lunes siguiente a la Natividad del Señor", "AN AR AS CB CL CM CN EX IB MC MD ML NC RI"),
     ("2023-03-13", "Estatuto de Autonomía de Melilla", "ML"),
     ("2023-03-20", "Lunes siguiente a San José", "MD"),
-    ("2023-04-10", "Lunes de Pascua", "CB CM RI"),
+    ("2023-04-10", "Lunes de Pascua", "CM RI"),
     ("2023-04-21", "Fiesta del fin del Ramadán (Eid al-Fitr)", "ML"),
     ("2023-04-24", "Lunes siguiente al Día de Aragón", "AR"),
     ("2023-05-31", "Día de Castilla-La Mancha", "CM"),
@@ -152,7 +154,7 @@ BY_YEAR = [
     ("2024-09-09", "Lunes siguiente al Día de Asturias", "AS"),
     ("2024-09-17", "Día de Melilla", "ML"),
     ("2024-12-03", "San Francisco Javier", "NC"),
-    ("2024-12-09", "Lunes siguiente a la Inmaculada Concepción", "*"),
+    ("2024-12-09", "Lunes siguiente a la Inmaculada Concepción", "AN AR AS CL EX MC ML"),
     ("2025-03-13", "Estatuto de Autonomía de Melilla", "ML"),
     ("2025-03-19", "Día de San José", "MC VC"),
     ("2025-03-31", "Fiesta del fin del Ramadán (Eid al-Fitr)", "CE ML"),
@@ -181,7 +183,7 @@ BY_YEAR = [
     ("2026-06-04", "Corpus Christi", "CM"),
     ("2026-06-13", "San Antonio", "CE"),
     ("2026-06-24", "San Juan", "GA VC"),
-    ("2026-07-25", "Santiago Apóstol", "MD NC PV"),
+    ("2026-07-25", "Santiago Apóstol", "NC PV"),
     ("2026-07-28", "Día de las Instituciones de Cantabria", "CB"),
     ("2026-08-05", "Nuestra Señora de África", "CE"),
     ("2026-09-02", "Día de Ceuta", "CE"),
@@ -197,11 +199,91 @@ BY_YEAR = [
 
 
 def carnival_tuesday(year):
-    return easter(year) - dt.timedelta(days=47)
+    return library_easter(year) - dt.timedelta(days=47)
 
 
 # Extremadura has kept Carnival Tuesday since 2023
 BY_YEAR += [(carnival_tuesday(y).isoformat(), "Martes de Carnaval", "EX") for y in range(2023, 2027)]
+
+# Catalan names (ca_ES) of every name above, and of the country and communities.
+CATALAN = {
+    "España": "Espanya",
+    "Andalucía": "Andalusia", "Aragón": "Aragó", "Principado de Asturias": "Principat d'Astúries",
+    "Cantabria": "Cantàbria", "Ceuta": "Ceuta", "Castilla y León": "Castella i Lleó",
+    "Castilla-La Mancha": "Castella-la Manxa", "Canarias": "Canàries", "Cataluña": "Catalunya",
+    "Extremadura": "Extremadura", "Galicia": "Galícia", "Illes Balears": "Illes Balears",
+    "Región de Murcia": "Regió de Múrcia", "Comunidad de Madrid": "Comunitat de Madrid",
+    "Melilla": "Melilla", "Comunidad Foral de Navarra": "Comunitat Foral de Navarra",
+    "País Vasco": "País Basc", "La Rioja": "La Rioja", "Comunitat Valenciana": "Comunitat Valenciana",
+    "Año Nuevo": "Cap d'Any",
+    "Epifanía del Señor": "Epifania del Senyor",
+    "Jueves Santo": "Dijous Sant",
+    "Viernes Santo": "Divendres Sant",
+    "Domingo de Resurrección": "Diumenge de Pasqua",
+    "Lunes de Pascua": "Dilluns de Pasqua",
+    "Lunes de Pascua Granada": "Dilluns de Pasqua Granada",
+    "Fiesta del Trabajo": "Festa del Treball",
+    "Asunción de la Virgen": "Assumpció de la Mare de Déu",
+    "Fiesta Nacional de España": "Festa Nacional d'Espanya",
+    "Todos los Santos": "Tots Sants",
+    "Día de la Constitución Española": "Dia de la Constitució Espanyola",
+    "Inmaculada Concepción": "Immaculada Concepció",
+    "Navidad": "Nadal",
+    "San Esteban": "Sant Esteve",
+    "San Juan": "Sant Joan",
+    "San José": "Sant Josep",
+    "Día de San José": "Sant Josep",
+    "Santiago Apóstol": "Sant Jaume Apòstol",
+    "San Antonio": "Sant Antoni",
+    "San Francisco Javier": "Sant Francesc Xavier",
+    "Corpus Christi": "Corpus Christi",
+    "Martes de Carnaval": "Dimarts de Carnaval",
+    "Día de Andalucía": "Dia d'Andalusia",
+    "Día de Aragón": "Dia d'Aragó",
+    "Día de Asturias": "Dia d'Astúries",
+    "Día de Canarias": "Dia de Canàries",
+    "Día de Castilla y León": "Dia de Castella i Lleó",
+    "Día de Castilla-La Mancha": "Dia de Castella-la Manxa",
+    "Día de Extremadura": "Dia d'Extremadura",
+    "Día de las Letras Gallegas": "Dia de les Lletres Gallegues",
+    "Día Nacional de Galicia": "Dia Nacional de Galícia",
+    "Día de las Illes Balears": "Dia de les Illes Balears",
+    "Día de la Región de Murcia": "Dia de la Regió de Múrcia",
+    "Fiesta de la Comunidad de Madrid": "Festa de la Comunitat de Madrid",
+    "Día de La Rioja": "Dia de La Rioja",
+    "Día de la Comunitat Valenciana": "Dia de la Comunitat Valenciana",
+    "Fiesta Nacional de Cataluña": "Diada Nacional de Catalunya",
+    "Día de las Instituciones de Cantabria": "Dia de les Institucions de Cantàbria",
+    "La Bien Aparecida": "La Ben Apareguda",
+    "Día de Ceuta": "Dia de Ceuta",
+    "Nuestra Señora de África": "Mare de Déu d'Àfrica",
+    "Día de Melilla": "Dia de Melilla",
+    "Estatuto de Autonomía de Melilla": "Estatut d'Autonomia de Melilla",
+    "Día de Ntra. Sra. Virgen de la Victoria": "Dia de la Mare de Déu de la Victòria",
+    "Fiesta del Sacrificio (Eid al-Adha)": "Festa del Sacrifici (Aïd al-Adha)",
+    "Fiesta del fin del Ramadán (Eid al-Fitr)": "Festa de la fi del Ramadà (Aïd al-Fitr)",
+    "V Centenario Vuelta al Mundo": "V Centenari de la Volta al Món",
+    "Lunes siguiente a Año Nuevo": "Dilluns següent a Cap d'Any",
+    "Lunes siguiente al Día de Andalucía": "Dilluns següent al Dia d'Andalusia",
+    "Lunes siguiente al Día de las Illes Balears": "Dilluns següent al Dia de les Illes Balears",
+    "Lunes siguiente a San José": "Dilluns següent a Sant Josep",
+    "Lunes siguiente al Día de Aragón": "Dilluns següent al Dia d'Aragó",
+    "Lunes siguiente a la Fiesta del Trabajo": "Dilluns següent a la Festa del Treball",
+    "Lunes siguiente al Día de la Comunidad de Madrid": "Dilluns següent a la Festa de la Comunitat de Madrid",
+    "Lunes siguiente a Día de La Rioja": "Dilluns següent al Dia de La Rioja",
+    "Lunes siguiente a la Asunción de la Virgen": "Dilluns següent a l'Assumpció de la Mare de Déu",
+    "Lunes siguiente al Día de Asturias": "Dilluns següent al Dia d'Astúries",
+    "Lunes siguiente a la Fiesta Nacional de España": "Dilluns següent a la Festa Nacional d'Espanya",
+    "Lunes siguiente a Todos los Santos": "Dilluns següent a Tots Sants",
+    "Lunes siguiente al Día de la Constitución Española": "Dilluns següent al Dia de la Constitució",
+    "Lunes siguiente a la Inmaculada Concepción": "Dilluns següent a la Immaculada Concepció",
+    "Lunes siguiente a la Natividad del Señor": "Dilluns següent a Nadal",
+}
+
+# Written into the files: what they lack outside the published years.
+FILE_NOTE = ("Outside 2020-2026 only the days fixed by law or statute are listed; the days each "
+             "community chooses year by year (St Joseph, St James, Easter Monday, Mondays after a "
+             "Sunday holiday) are missing there.")
 
 
 def build():
@@ -209,24 +291,31 @@ def build():
     days = {code: list(d) for code, _, d in COMMUNITIES}
     for iso, name, where in BY_YEAR:
         rec = dated(dt.date.fromisoformat(iso), name)
-        if where == "*":
-            nationwide.append(rec)
-        else:
-            for code in where.split():
-                days[code].append(rec)
-    return {"es_ES": {
-        "code": "ES", "title": "España", "nationwide": nationwide,
-        "provinces": [{"code": c, "title": t, "days": days[c]} for c, t, _ in COMMUNITIES],
-    }}
+        for code in where.split():
+            days[code].append(rec)
+
+    def catalan(recs):
+        return [dict(r, name=CATALAN[r["name"]]) for r in flatten(recs)]
+
+    es = {"code": "ES", "title": "España", "nationwide": nationwide,
+          "provinces": [{"code": c, "title": t, "days": days[c]} for c, t, _ in COMMUNITIES]}
+    ca = {"code": "ES", "title": CATALAN["España"], "nationwide": catalan(nationwide),
+          "provinces": [{"code": c, "title": CATALAN[t], "days": catalan(days[c])} for c, t, _ in COMMUNITIES]}
+    return {"es_ES": es, "ca_ES": ca}
 
 
 # Free days per community and year, from the official yearly calendars.
 TESTS = {
-    ("MD", 2024): "01-01 01-06 03-28 03-29 05-01 05-02 07-25 08-15 10-12 11-01 12-06 12-08 12-09 12-25",
+    ("MD", 2024): "01-01 01-06 03-28 03-29 05-01 05-02 07-25 08-15 10-12 11-01 12-06 12-08 12-25",
     ("CT", 2025): "01-01 01-06 04-18 04-21 05-01 06-24 08-15 09-11 10-12 11-01 12-06 12-08 12-25 12-26",
     ("AN", 2023): "01-01 01-02 01-06 02-28 04-06 04-07 05-01 08-15 10-12 11-01 12-06 12-08 12-25",
     ("VC", 2026): "01-01 01-06 03-19 04-03 04-06 05-01 06-24 08-15 10-09 10-12 11-01 12-06 12-08 12-25",
     ("", 2030): "01-01 01-06 04-18 04-19 05-01 08-15 10-12 11-01 12-06 12-08 12-25",
+    ("MD", 2026): "01-01 01-06 04-02 04-03 05-01 05-02 08-15 10-12 11-01 11-02 12-06 12-07 12-08 12-25",
+    ("CB", 2021): "01-01 01-06 04-01 04-02 05-01 07-28 08-15 09-15 10-12 11-01 12-06 12-08 12-25",
+    ("PV", 2022): "01-01 01-06 04-14 04-15 04-18 05-01 07-25 08-15 09-06 10-12 11-01 12-06 12-08 12-25",
+    ("AN", 2024): "01-01 01-06 02-28 03-28 03-29 05-01 08-15 10-12 11-01 12-06 12-08 12-09 12-25",
+    ("CT", 2020): "01-01 01-06 04-10 04-13 05-01 06-24 08-15 09-11 10-12 11-01 12-06 12-08 12-25 12-26",
 }
 
 
@@ -234,7 +323,7 @@ def _only_published_years_vary(built):
     years = {d[:4] for d, _, _ in BY_YEAR}
     assert years == {str(y) for y in range(2020, 2027)}, sorted(years)
     for iso, name, where in BY_YEAR:
-        assert where == "*" or set(where.split()) <= {c for c, _, _ in COMMUNITIES}, (iso, where)
+        assert where.split() and set(where.split()) <= {c for c, _, _ in COMMUNITIES}, (iso, where)
     assert carnival_tuesday(2025) == dt.date(2025, 3, 4)
 
 

@@ -37,11 +37,12 @@ PROVINCES = [
     ("973", "Guyane", [fixed(6, 10, SLAVERY)]),
     ("974", "La Réunion", [fixed(12, 20, SLAVERY)]),
     ("976", "Mayotte", [fixed(4, 27, SLAVERY)]),
-    # Saint-Martin keeps the Guadeloupe day it had before becoming a collectivity of its own.
-    ("MF", "Saint-Martin", [fixed(5, 27, SLAVERY)]),
-    # Saint-Barthélemy's day is confirmed from 2020 by the public holiday tables; earlier
-    # years are left unmarked rather than guessed.
-    ("BL", "Saint-Barthélemy", [fixed(10, 9, SLAVERY, years=range(2020, 2101))]),
+    # Saint-Martin kept the Guadeloupe day (27 May) until a 2018 decree set 28 May.
+    ("MF", "Saint-Martin", [fixed(5, 27, SLAVERY, years=range(2000, 2018)),
+                            fixed(5, 28, SLAVERY, years=range(2018, 2101))]),
+    # Saint-Barthélemy: 9 October by the decree of 2012; earlier years are left
+    # unmarked rather than guessed.
+    ("BL", "Saint-Barthélemy", [fixed(10, 9, SLAVERY, years=range(2012, 2101))]),
 ]
 
 
@@ -55,5 +56,8 @@ def build():
 TESTS = {
     ("", 2024): "01-01 04-01 05-01 05-08 05-09 05-20 07-14 08-15 11-01 11-11 12-25",
     ("67", 2024): "01-01 03-29 04-01 05-01 05-08 05-09 05-20 07-14 08-15 11-01 11-11 12-25 12-26",
+    ("MF", 2017): "01-01 04-17 05-01 05-08 05-25 05-27 06-05 07-14 08-15 11-01 11-11 12-25",
+    ("MF", 2018): "01-01 04-02 05-01 05-08 05-10 05-21 05-28 07-14 08-15 11-01 11-11 12-25",
+    ("BL", 2012): "01-01 04-09 05-01 05-08 05-17 05-28 07-14 08-15 10-09 11-01 11-11 12-25",
     ("974", 2025): "01-01 04-21 05-01 05-08 05-29 06-09 07-14 08-15 11-01 11-11 12-20 12-25",
 }

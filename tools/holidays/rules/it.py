@@ -4,7 +4,7 @@ Whit Monday is a holiday only in the autonomous province of Bolzano/South Tyrol,
 not in the whole region Trentino-Alto Adige (ISO 3166-2:IT-32), so the province
 uses the province code BZ. Festa della Repubblica: 2 June again since 2001; from
 1977 to 2000 it was kept on the first Sunday of June. San Francesco (4 October)
-is a national holiday again from 2026. Patron saints' days of single cities
+is a national holiday again from 2026. 17 March 2011 was a one-off holiday. Patron saints' days of single cities
 (Rome 29 June, Milan 7 December, ...) are left out.
 """
 import datetime as dt
@@ -18,6 +18,8 @@ NATIONWIDE = [
     rule(5, "Lunedì dell'Angelo"),
     fixed(4, 25, "Festa della Liberazione"),
     rule(6, "Festa del Lavoro"),
+    # 150th anniversary of the unification: a national holiday in 2011 only (law 47/2011)
+    dated(dt.date(2011, 3, 17), "Anniversario dell'Unità d'Italia"),
     dated(dt.date(2000, 6, 4), "Festa della Repubblica"),
     fixed(6, 2, "Festa della Repubblica", years=range(2001, 2101)),
     rule(11, "Ferragosto"),
@@ -37,6 +39,7 @@ def build():
 
 
 TESTS = {
+    ("", 2011): "01-01 01-06 03-17 04-24 04-25 04-25 05-01 06-02 08-15 11-01 12-08 12-25 12-26",
     ("", 2025): "01-01 01-06 04-20 04-21 04-25 05-01 06-02 08-15 11-01 12-08 12-25 12-26",
     ("BZ", 2025): "01-01 01-06 04-20 04-21 04-25 05-01 06-02 06-09 08-15 11-01 12-08 12-25 12-26",
     ("", 2026): "01-01 01-06 04-05 04-06 04-25 05-01 06-02 08-15 10-04 11-01 12-08 12-25 12-26",

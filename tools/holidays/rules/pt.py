@@ -8,18 +8,18 @@ shown. Azores (ISO 3166-2:PT-20) keep Whit Monday as their regional day; Madeira
 """
 import datetime as dt
 
-from common import easter, fixed, rule, yearly
+from common import library_easter, fixed, rule, yearly
 
 KEPT = [y for y in range(2000, 2101) if not 2013 <= y <= 2015]
 
 NATIONWIDE = [
     rule(19, "Ano Novo"),
-    yearly(lambda y: easter(y) - dt.timedelta(days=47), "Carnaval", "show"),
+    yearly(lambda y: library_easter(y) - dt.timedelta(days=47), "Carnaval", "show"),
     rule(3, "Sexta-feira Santa"),
     rule(4, "Páscoa"),
     fixed(4, 25, "Dia da Liberdade"),
     rule(6, "Dia do Trabalhador"),
-    yearly(lambda y: easter(y) + dt.timedelta(days=60), "Corpo de Deus", years=KEPT),
+    yearly(lambda y: library_easter(y) + dt.timedelta(days=60), "Corpo de Deus", years=KEPT),
     fixed(6, 10, "Dia de Portugal, de Camões e das Comunidades Portuguesas"),
     rule(11, "Assunção de Nossa Senhora"),
     fixed(10, 5, "Implantação da República", years=KEPT),

@@ -7,7 +7,7 @@ by name only.
 """
 import datetime as dt
 
-from common import FRI, SAT, YEARS, easter, fixed, flatten, rule, weekday_on_or_after, yearly
+from common import FRI, SAT, YEARS, library_easter, fixed, flatten, rule, weekday_on_or_after, yearly
 
 _LAST = YEARS[-1] + 1
 
@@ -37,7 +37,7 @@ def build():
         rule(6, "Första maj"),
         rule(7, "Kristi himmelsfärds dag"),
         rule(8, "Pingstdagen"),
-        yearly(lambda y: easter(y) + dt.timedelta(days=50), "Annandag pingst",
+        yearly(lambda y: library_easter(y) + dt.timedelta(days=50), "Annandag pingst",
                years=range(2000, 2005)),
         fixed(6, 6, "Sveriges nationaldag", "show", years=range(2000, 2005)),
         fixed(6, 6, "Sveriges nationaldag", years=range(2005, _LAST)),
