@@ -13,6 +13,7 @@
 #include <RKCalendariumHolidayType.h>
 #include <RKDateRange.h>
 #include <RKDirectoryConfig.h>
+#include <RKErrorHistory.h>
 #include <RKProvinceSpecification.h>
 #include <RKXMLLoader.h>
 
@@ -162,11 +163,13 @@ private slots:
         QVERIFY(a.sharesStateWith(b));
         const QString before = b.province();
         a.setProvince("ZZ-not-a-province");
-        QVERIFY(!a.sharesStateWith(b) && a != b);
+        QVERIFY(!a.sharesStateWith(b));
+        QVERIFY(a != b);
         QCOMPARE(RKCalendariumHolidayConfig().province(), before);
         RKCalendariumHolidayConfig copy = sample();
         QVERIFY(copy.setFeature(features("vacations"), true));
-        QVERIFY(!sample().hasFeatures(features("vacations")) && copy.hasFeatures(features("vacations,holidays")));
+        QVERIFY(!sample().hasFeatures(features("vacations")));
+        QVERIFY(copy.hasFeatures(features("vacations,holidays")));
         // A moved-from value reads like a default one and can be written again.
         RKCalendariumHolidayConfig moved = std::move(copy);
         QVERIFY(copy == RKCalendariumHolidayConfig()); // NOLINT(bugprone-use-after-move)
@@ -192,17 +195,22 @@ private slots:
     void configEquality()
     {
         const RKCalendariumHolidayConfig a = sample();
-        QVERIFY(a == sample() && a.hashKey() == sample().hashKey());
+        QVERIFY(a == sample());
+        QVERIFY(a.hashKey() == sample().hashKey());
         RKCalendariumHolidayConfig province = sample(), language = sample(), feature = sample();
         province.setProvince("by");
         language.setLanguage(RKLocale("de", "AT"));
         feature.setFeature(features("zodiacs"), true);
-        QVERIFY(a != province && a != language && a != feature);
-        QVERIFY(a.hashKey() != province.hashKey() && a.hashKey() != feature.hashKey());
+        QVERIFY(a != province);
+        QVERIFY(a != language);
+        QVERIFY(a != feature);
+        QVERIFY(a.hashKey() != province.hashKey());
+        QVERIFY(a.hashKey() != feature.hashKey());
         // The cache key adds the year; the same configuration in another year is another key.
         const RKCalendariumHolidayCacheKey y2024(2024, a);
         QVERIFY(y2024 == RKCalendariumHolidayCacheKey(2024, sample()));
-        QVERIFY(y2024 != RKCalendariumHolidayCacheKey(2025, a) && y2024 != RKCalendariumHolidayCacheKey(2024, feature));
+        QVERIFY(y2024 != RKCalendariumHolidayCacheKey(2025, a));
+        QVERIFY(y2024 != RKCalendariumHolidayCacheKey(2024, feature));
         QVERIFY(y2024.hashKey() != RKCalendariumHolidayCacheKey(2025, a).hashKey());
 
         // Content keys: day, month arithmetic and project.
@@ -224,9 +232,12 @@ private slots:
         const RKDateRange february = RKDateRange::month(QDate(2024, 2, 17));
         QCOMPARE(february.first(), QDate(2024, 2, 1));
         QCOMPARE(february.days(), 29);
-        QVERIFY(february.contains(QDate(2024, 2, 29)) && !february.contains(QDate(2024, 3, 1)) && !february.contains(QDate(2024, 1, 31)));
+        QVERIFY(february.contains(QDate(2024, 2, 29)));
+        QVERIFY(!february.contains(QDate(2024, 3, 1)));
+        QVERIFY(!february.contains(QDate(2024, 1, 31)));
         QCOMPARE(RKDateRange::month(QDate(2023, 2, 1)).days(), 28);
-        QVERIFY(RKDateRange::month(QDate()).isEmpty() && !RKDateRange::month(QDate()).contains(QDate()));
+        QVERIFY(RKDateRange::month(QDate()).isEmpty());
+        QVERIFY(!RKDateRange::month(QDate()).contains(QDate()));
         QCOMPARE(RKDateRange(QDate(2024, 1, 5), QDate(2024, 1, 1)).days(), 0);
     }
 
@@ -322,6 +333,40 @@ private slots:
         QFile::remove(path);
         defaults.load();
         QVERIFY(defaults.defaultConfig() == RKCalendariumHolidayConfig());
+    }
+
+    void savedDefaultFailure_data()
+    {
+        QTest::addColumn<bool>("writableDirIsAFile");
+        QTest::addColumn<int>("recorded");
+        // Even root cannot create a file below a file, or replace a directory in the backup's place.
+        QTest::newRow("writable directory is a file") << true << int(RKErrorEvent::CouldNotOpenFileForReadWriteAccess);
+        QTest::newRow("backup place blocked") << false << int(RKErrorEvent::CouldNotDeleteFile);
+    }
+    void savedDefaultFailure()
+    {
+        QFETCH(bool, writableDirIsAFile);
+        QFETCH(int, recorded);
+        QTemporaryDir place;
+        const QString writable = writableDirIsAFile ? place.filePath("file/sub") : place.path();
+        const QString previous = place.filePath("calendarium_config.xml");
+        QFile file(writableDirIsAFile ? place.filePath("file") : previous);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write("previous"), qint64(8));
+        file.close();
+        QVERIFY(QDir(place.path()).mkpath("calendarium_config.xml~/keep"));
+        const QByteArray before = qgetenv("RKXML_WRITABLE_DIR");
+        qputenv("RKXML_WRITABLE_DIR", writable.toLocal8Bit());
+        RKSingleton<RKDirectoryConfig>::instance().reload();
+        RKErrorHistory history;
+        const bool saved = RKSingleton<RKCalendariumHolidayConfigDefault>::instance().setDefaultConfig(sample(), &history);
+        qputenv("RKXML_WRITABLE_DIR", before);
+        RKSingleton<RKDirectoryConfig>::instance().reload();
+        QVERIFY(!saved);
+        QVERIFY2(history.contains(recorded), qPrintable(QString::number(history.count())));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("previous"));
+        QCOMPARE(QDir(place.path()).entryList(QDir::Files | QDir::Hidden).size(), 1); // no temporary file left
     }
 };
 
