@@ -56,6 +56,8 @@ public:
     RKCalendariumHolidayList holidaysOfYear(const RKCalendariumHolidayCacheKey& key) const;
     /// Days of the school vacations of the year (type school, empty description); needs the vacations feature.
     RKCalendariumHolidayList schoolVacations(const RKCalendariumHolidayCacheKey& key) const;
+    /// The days of schoolVacations(key), each described by its vacation's "name"; logs nothing.
+    RKCalendariumHolidayList namedSchoolVacations(const RKCalendariumHolidayCacheKey& key) const;
     /// The days of the year of every "vacation" child of `parent`; bad entries are logged and skipped.
     RKCalendariumHolidayList readSchoolVacations(const QDomElement& parent, int year) const;
     /// The days of the four principal moon phases of the year; needs the moonphases feature.
@@ -106,7 +108,9 @@ private:
 
     /// The current holiday tables; the caller's copy stays valid across a reload.
     QSharedPointer<const RKHolidayTables> tables() const;
-    static void appendVacationDays(const RKVacationEntry& entry, int year, RKCalendariumHolidayList& out);
+    RKCalendariumHolidayList vacationDays(const RKCalendariumHolidayCacheKey& key, bool named) const;
+    /// With `named`, the days carry the vacation's name and nothing is logged.
+    static void appendVacationDays(const RKVacationEntry& entry, int year, RKCalendariumHolidayList& out, bool named);
 
     mutable std::shared_mutex myTablesLock;
     QSharedPointer<const RKHolidayTables> myTables;
