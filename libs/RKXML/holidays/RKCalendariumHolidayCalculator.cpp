@@ -204,7 +204,7 @@ RKCalendariumHolidayList RKCalendariumHolidayCalculator::readSchoolVacations(con
 {
     RKCalendariumHolidayList days;
     for (const RKVacationEntry& entry : RKVacationEntry::readAll(parent))
-        appendVacationDays(entry, year, days);
+        appendVacationDays(entry, year, days, false);
     return days;
 }
 
