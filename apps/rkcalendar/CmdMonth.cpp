@@ -86,22 +86,6 @@ QString dayRanges(const QList<int>& days)
     return pieces.join(QStringLiteral(", "));
 }
 
-bool parseMonth(const QString& text, QDate& first, CommandContext& context)
-{
-    static const QRegularExpression pattern(QStringLiteral("^(\\d{4})-(\\d{1,2})$"));
-    const QRegularExpressionMatch match = pattern.match(text);
-    if (match.hasMatch()) {
-        const int year = match.captured(1).toInt();
-        const int month = match.captured(2).toInt();
-        if (year >= 1583 && month >= 1 && month <= 12) {
-            first = QDate(year, month, 1);
-            return true;
-        }
-    }
-    context.warn(QStringLiteral("\"%1\" is not a month (valid: YYYY-MM from 1583-01, e.g. 2026-12)").arg(text));
-    return false;
-}
-
 bool parseColor(const QString& text, bool& color, CommandContext& context)
 {
     if (text == QLatin1String("auto")) {

@@ -7,6 +7,7 @@
 #include <RKXMLLoader.h>
 
 #include <QMap>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -186,6 +187,22 @@ bool parseYear(const QString& option, const QString& text, int& year, CommandCon
         return true;
     }
     context.warn(QStringLiteral("--%1 \"%2\" is not a year (valid: 1583 to 9999)").arg(option, text));
+    return false;
+}
+
+bool parseMonth(const QString& text, QDate& first, CommandContext& context)
+{
+    static const QRegularExpression pattern(QStringLiteral("^(\\d{4})-(\\d{1,2})$"));
+    const QRegularExpressionMatch match = pattern.match(text);
+    if (match.hasMatch()) {
+        const int year = match.captured(1).toInt();
+        const int month = match.captured(2).toInt();
+        if (year >= 1583 && month >= 1 && month <= 12) {
+            first = QDate(year, month, 1);
+            return true;
+        }
+    }
+    context.warn(QStringLiteral("\"%1\" is not a month (valid: YYYY-MM from 1583-01, e.g. 2026-12)").arg(text));
     return false;
 }
 

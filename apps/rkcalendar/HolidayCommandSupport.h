@@ -53,6 +53,9 @@ bool checkFeatures(const QString& text, CommandContext& context);
 /// A whole year from 1583 (the first full Gregorian year) to 9999.
 bool parseYear(const QString& option, const QString& text, int& year, CommandContext& context);
 
+/// "YYYY-MM" from 1583-01 as the first day of that month.
+bool parseMonth(const QString& text, QDate& first, CommandContext& context);
+
 /// Language, province (empty: the nationwide days only) and features.
 RKCalendariumHolidayConfig makeConfig(const RKLocale& locale, const QString& province, const QString& features);
 

@@ -123,3 +123,8 @@ QFileInfo RKDirectoryConfig::findInGlintoraDirs(const QString& id) const
     }
     return QFileInfo();
 }
+
+QFileInfo RKDirectoryConfig::guiwidgetsIconsFile(const QString& name) const
+{
+    return QFileInfo(resource(QStringLiteral("icons/") + name));
+}

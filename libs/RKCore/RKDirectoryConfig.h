@@ -56,6 +56,9 @@ public:
      */
     QFileInfo findInGlintoraDirs(const QString& id) const;
 
+    /// The icon resource "icons/<name>" (see resource()); the file need not exist.
+    QFileInfo guiwidgetsIconsFile(const QString& name) const;
+
     void reload();
 
 private:

@@ -2,7 +2,9 @@
 
 #include "RKDirectoryConfig.h"
 
+#include <QDebug>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -30,4 +32,16 @@ QString RKFileHandler::makeSVGPathMinimal(const QString& absolutePath)
             return candidate;
     }
     return cleaned;
+}
+
+QByteArray RKFileHandler::readBinaryFile(const QFileInfo& file)
+{
+    const QString path = file.filePath().isEmpty() ? QString() : file.absoluteFilePath();
+    QFile input(path);
+    if (path.isEmpty() || !input.open(QIODevice::ReadOnly)) {
+        qWarning().noquote() << QStringLiteral("Could not read file \"%1\": %2")
+                                    .arg(path, path.isEmpty() ? QStringLiteral("no file name") : input.errorString());
+        return QByteArray();
+    }
+    return input.readAll();
 }

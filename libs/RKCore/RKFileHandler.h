@@ -2,7 +2,10 @@
 
 #include "rkcore_export.h"
 
+#include <QByteArray>
 #include <QString>
+
+class QFileInfo;
 
 /// File helpers shared by the libraries.
 class RKCORE_EXPORT RKFileHandler
@@ -17,4 +20,10 @@ public:
      * returned unchanged. Checks the file system once per candidate directory.
      */
     static QString makeSVGPathMinimal(const QString& absolutePath);
+
+    /**
+     * The whole content of `file`. A file that cannot be opened gives an empty array and
+     * the warning "Could not read file "<path>": <reason>". Re-entrant.
+     */
+    static QByteArray readBinaryFile(const QFileInfo& file);
 };

@@ -137,7 +137,7 @@ void TestCssCache::shippedSheets()
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QString css = cache().cssString(id);
         QCOMPARE(css, QString::fromUtf8(file.readAll()));
-        for (const char* selector : { ".dayNumberHoliday", ".dayNumberSunday", ".weekdayName", ".weekNumber" })
+        for (const char* selector : { ".cm_cal_sunday0", ".m11_cal_saturday5", ".lcm_cal_weekday5", ".holiday" })
             QVERIFY2(css.contains(QLatin1String(selector)), qPrintable(id + QLatin1Char(' ') + selector));
     }
     QVERIFY(cache().cssString(QStringLiteral("css/blue.css")) != cache().cssString(QStringLiteral("css/default.css")));

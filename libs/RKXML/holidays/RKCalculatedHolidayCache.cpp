@@ -37,6 +37,8 @@ struct RKCalculatedHolidayCache::Year {
     QMultiHash<qint64, int> byDay;
     /// Moon icons by Julian day, for days that have one.
     QHash<qint64, RKHolidayImage> images;
+    /// Names of the school vacations by Julian day, in data file order.
+    QHash<qint64, QStringList> vacationNames;
 };
 
 RKCalculatedHolidayCache::RKCalculatedHolidayCache() = default;
@@ -68,6 +70,14 @@ QSharedPointer<const RKCalculatedHolidayCache::Year> RKCalculatedHolidayCache::y
             iconByPhase.insert(type, moonIcon(mark.type()));
         if (!iconByPhase.value(type).first.isEmpty())
             computed->images.insert(julianDay, iconByPhase.value(type));
+    }
+    const RKCalendariumHolidayList vacations = calculator.namedSchoolVacations(key);
+    for (const RKCalendariumHoliday& day : vacations) {
+        if (!day.date().isValid() || day.description().isEmpty())
+            continue;
+        QStringList& names = computed->vacationNames[day.date().toJulianDay()];
+        if (!names.contains(day.description()))
+            names.append(day.description());
     }
     myYears.insert(key, computed);
     return computed;
@@ -101,12 +111,17 @@ QStringList RKCalculatedHolidayCache::holidaysAt(const RKCalendariumContentKey& 
         return names;
     const QSharedPointer<const Year> marks = year(day);
     // QMultiHash yields a key's values newest first; the calculator's order is wanted.
-    QList<int> indices = marks->byDay.values(day.date().toJulianDay());
+    const qint64 julianDay = day.date().toJulianDay();
+    QList<int> indices = marks->byDay.values(julianDay);
     std::sort(indices.begin(), indices.end());
     for (int index : indices) {
         const QString name = marks->marks.at(index).description();
         if (!name.isEmpty())
             names.append(name);
+    }
+    for (const QString& vacation : marks->vacationNames.value(julianDay)) {
+        if (!names.contains(vacation))
+            names.append(vacation);
     }
     return names;
 }

@@ -21,7 +21,12 @@
  *   is an entry with the "free" flag; any other type asks for an entry that has
  *   at least one of the type's flags ("free" finds "free,show").
  * - holidaysAt: the non-empty descriptions of the day's entries in calculator
- *   order (vacation and moon phase days have none).
+ *   order (moon phase days have none), then, with the vacations feature on,
+ *   the name of each school vacation that covers the day (once per name).
+ *   That is how vacations reach a printed page: the name fills a holiday-name
+ *   slot of the day, whose "_style" class becomes "other_event", so a template
+ *   can print it as a label or shade the cell with that class. A vacation never
+ *   counts as a public holiday in hasHolidayOfType with the default type.
  * - holidayImageAt: for a moon phase day, the icon "moonphases/<phase keyword>.svg"
  *   of the resource directories (e.g. "moonphases/full_moon.svg") with its SVG
  *   default size, when that file exists; otherwise, and on other days, none.

@@ -468,19 +468,23 @@ QStringList RKCalendariumHolidayCalculator::availableProvinces(const RKLocale& l
 
 // ---- School vacations ----
 
-void RKCalendariumHolidayCalculator::appendVacationDays(const VacationEntry& entry, int year, RKCalendariumHolidayList& out)
+void RKCalendariumHolidayCalculator::appendVacationDays(const VacationEntry& entry, int year, RKCalendariumHolidayList& out,
+    bool named)
 {
     if (entry.start.isValid() && entry.end.isValid() && entry.start <= entry.end) {
         const qint64 days = entry.start.daysTo(entry.end);
-        if (days >= 51)
+        if (days >= 51 && !named)
             qWarning() << entry.name << " is " << days << "days long.";
         // Only the days of `year`: a vacation across New Year counts in both years.
         const QDate from = std::max(entry.start, QDate(year, 1, 1));
         const QDate to = std::min(entry.end, QDate(year, 12, 31));
         for (QDate day = from; day.isValid() && day <= to; day = day.addDays(1))
-            out.append(RKCalendariumHoliday(day, QString(), RKCalendariumHolidayType(RKCalendariumHolidayTypeSchool)));
+            out.append(RKCalendariumHoliday(day, named ? entry.name : QString(),
+                RKCalendariumHolidayType(RKCalendariumHolidayTypeSchool)));
         return;
     }
+    if (named)
+        return;
     // Entries of the data template that were never filled in.
     if (entry.startText == QLatin1String("2010-") || entry.startText == QLatin1String("2011-"))
         return;
@@ -548,6 +552,16 @@ QSharedPointer<const RKCalendariumHolidayCalculator::VacationFile> RKCalendarium
 
 RKCalendariumHolidayList RKCalendariumHolidayCalculator::schoolVacations(const RKCalendariumHolidayCacheKey& key) const
 {
+    return vacationDays(key, false);
+}
+
+RKCalendariumHolidayList RKCalendariumHolidayCalculator::namedSchoolVacations(const RKCalendariumHolidayCacheKey& key) const
+{
+    return vacationDays(key, true);
+}
+
+RKCalendariumHolidayList RKCalendariumHolidayCalculator::vacationDays(const RKCalendariumHolidayCacheKey& key, bool named) const
+{
     RKCalendariumHolidayList days;
     const RKCalendariumHolidayConfig config = key.config();
     if (!config.hasFeatures(RKCalendariumFeatures(RKCalendariumFeatureVacations)))
@@ -557,12 +571,12 @@ RKCalendariumHolidayList RKCalendariumHolidayCalculator::schoolVacations(const R
     const int year = key.year();
     for (const VacationFile::Country& country : file->countries) {
         for (const VacationEntry& entry : country.nationwide)
-            appendVacationDays(entry, year, days);
+            appendVacationDays(entry, year, days, named);
         for (const VacationFile::Province& region : country.provinces) {
             if (region.name != province)
                 continue;
             for (const VacationEntry& entry : region.vacations)
-                appendVacationDays(entry, year, days);
+                appendVacationDays(entry, year, days, named);
         }
     }
     return days;

@@ -51,6 +51,8 @@ public:
     RKCalendariumHolidayList holidaysOfYear(const RKCalendariumHolidayCacheKey& key) const;
     /// Days of the school vacations of the year (type school, empty description); needs the vacations feature.
     RKCalendariumHolidayList schoolVacations(const RKCalendariumHolidayCacheKey& key) const;
+    /// The days of schoolVacations(key), each described by its vacation's "name"; logs nothing.
+    RKCalendariumHolidayList namedSchoolVacations(const RKCalendariumHolidayCacheKey& key) const;
     /// The days of the year of every "vacation" child of `parent`; bad entries are logged and skipped.
     RKCalendariumHolidayList readSchoolVacations(const QDomElement& parent, int year) const;
     /// The days of the four principal moon phases of the year; needs the moonphases feature.
@@ -124,7 +126,9 @@ private:
         const RKCalendariumHolidayDayId* ids, int count, const QDate& easter);
     static void appendDatedDays(const RegionIndex* region, int year, RKCalendariumHolidayList& out);
     static DatedRule matchDatedPattern(const QString& pattern);
-    static void appendVacationDays(const VacationEntry& entry, int year, RKCalendariumHolidayList& out);
+    /// With `named` the days carry the vacation's name and nothing is logged.
+    static void appendVacationDays(const VacationEntry& entry, int year, RKCalendariumHolidayList& out, bool named = false);
+    RKCalendariumHolidayList vacationDays(const RKCalendariumHolidayCacheKey& key, bool named) const;
     QSharedPointer<const VacationFile> vacationFile(const RKLocale& locale) const;
     static QSharedPointer<const VacationFile> parseVacationFile(const QDomElement& root);
     QSharedPointer<const MoonFile> moonFile() const;

@@ -1,0 +1,161 @@
+// rkcalendar compile: one calendar template filled for a month, written as SVG.
+//
+// The page's instructions come from the process's instruction cache, whose factory
+// asks a calculated holiday cache (holidays, school vacations, moon pictures); the
+// compiler applies them and puts the chosen colour scheme into the page. Output goes
+// through the canonical writer, so the same input always gives the same bytes.
+
+#include "Command.h"
+#include "HolidayCommandSupport.h"
+#include "TemplateCommandSupport.h"
+
+#include <RKCalculatedHolidayCache.h>
+#include <RKCalendarWordsRegistry.h>
+#include <RKCalendariumContentKey.h>
+#include <RKCssSheetParser.h>
+#include <RKCssSheetTitleIdMap.h>
+#include <RKSVGCompiler.h>
+#include <RKSVGCompilerInstructionsCache.h>
+#include <RKSVGCompilerInstructionsFactory.h>
+#include <RKXMLBuilder.h>
+
+#include <QSaveFile>
+
+#include <algorithm>
+
+using namespace HolidayCommandSupport;
+using namespace TemplateCommandSupport;
+
+namespace {
+
+const int INDENT = 1;
+
+QString templateNames()
+{
+    QStringList names;
+    for (const TemplateInfo& info : availableTemplates())
+        names << info.name;
+    return names.join(QStringLiteral(", "));
+}
+
+// Any calendar language: the words are all a page needs; holidays come where the locale has a file.
+bool parseCalendarLocale(const QString& text, RKLocale& locale, CommandContext& context)
+{
+    const QList<RKLocale> known = RKSingleton<RKCalendarWordsRegistry>::instance().availalbleCalendarLanguages();
+    const RKLocale parsed = RKLocale::decodeName(text);
+    if (parsed.isValid() && known.contains(parsed)) {
+        locale = parsed;
+        return true;
+    }
+    QStringList names;
+    for (const RKLocale& each : known) {
+        if (!names.contains(each.name()))
+            names << each.name();
+    }
+    const QString what = text.isEmpty() ? QStringLiteral("--locale is required")
+                                         : QStringLiteral("unknown locale \"%1\"").arg(text);
+    context.warn(QStringLiteral("%1 (valid: %2)").arg(what, names.join(QStringLiteral(", "))));
+    return false;
+}
+
+// The compiled page as the canonical writer gives it, to stdout or through a file that
+// only replaces `path` once it is complete.
+int writePage(const QDomDocument& page, const QString& path, CommandContext& context)
+{
+    if (path.isEmpty()) {
+        context.out() << RKXMLBuilder::toString(page, INDENT);
+        return ExitOk;
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return context.fail(ExitFailure, QStringLiteral("cannot write \"%1\": %2").arg(path, file.errorString()));
+    if (!RKXMLBuilder::saveCanonicalXML(page, &file, INDENT) || !file.commit()) {
+        file.cancelWriting();
+        return context.fail(ExitFailure, QStringLiteral("cannot write \"%1\": %2").arg(path, file.errorString()));
+    }
+    return ExitOk;
+}
+
+int runCompile(CommandContext& context)
+{
+    const QString name = context.value(QStringLiteral("template"));
+    const QFileInfo file = findTemplate(name);
+    if (!file.exists()) {
+        const QString what = name.isEmpty() ? QStringLiteral("--template is required")
+                                            : QStringLiteral("unknown template \"%1\"").arg(name);
+        return context.usageError(QStringLiteral("%1 (valid: %2)").arg(what, templateNames()));
+    }
+    if (!context.isSet(QStringLiteral("month")))
+        return context.usageError(QStringLiteral("--month is required (YYYY-MM, e.g. 2026-12)"));
+    QDate first;
+    if (!parseMonth(context.value(QStringLiteral("month")), first, context))
+        return ExitUsage;
+
+    RKLocale locale;
+    const QString province = context.value(QStringLiteral("province"));
+    const QString features = context.value(QStringLiteral("features"), QLatin1String(ALL_FEATURES));
+    if (!parseCalendarLocale(context.value(QStringLiteral("locale")), locale, context)
+        || !checkProvince(locale, province, context) || !checkFeatures(features, context))
+        return ExitUsage;
+
+    QDomDocument page;
+    QString error;
+    if (!loadTemplate(file, page, error))
+        return context.fail(ExitFailure, QStringLiteral("cannot read template %1: %2").arg(file.filePath(), error));
+    const RKCssSheetTitleIdMap sheets = RKCssSheetParser::findStyleSheets(page, file);
+    QStringList titles = sheets.keys();
+    titles.sort();
+    // Titles as the template writes them, or in any case ("blue" for "Blue").
+    const QString requested = context.value(QStringLiteral("style"), sheets.defaultCssSheetTitle());
+    const auto match = std::find_if(titles.cbegin(), titles.cend(),
+        [&requested](const QString& title) { return title.compare(requested, Qt::CaseInsensitive) == 0; });
+    if (match == titles.cend()) {
+        return context.usageError(QStringLiteral("unknown style \"%1\" for template %2 (valid: %3)")
+                                      .arg(requested, name, titles.join(QStringLiteral(", "))));
+    }
+    const QString style = *match;
+
+    const RKCalendariumContentKey key(
+        RKCalendariumContentConfig(first, makeConfig(locale, province, features)), RKProjectIdentifier());
+    RKCalculatedHolidayCache holidays;
+    RKSVGCompilerInstructionsFactory& factory = RKSingleton<RKSVGCompilerInstructionsFactory>::instance();
+    factory.addHolidayCache(&holidays);
+    const RKSVGCompilerInstructions instructions = RKSingleton<RKSVGCompilerInstructionsCache>::instance().instructions(key);
+    factory.removeHolidayCache(&holidays);
+
+    RKSVGCompiler compiler;
+    compiler.setDomDocument(page, false);
+    compiler.setInstructions(instructions);
+    compiler.setStandardCss(sheets.standardSheet());
+    compiler.setCss(sheets.value(style, QString()));
+    compiler.update();
+    return writePage(compiler.domDocument(), context.value(QStringLiteral("output")), context);
+}
+
+Command compileCommand()
+{
+    Command command;
+    command.name = QStringLiteral("compile");
+    command.description = QStringLiteral("a calendar template filled for a month, as SVG");
+    command.options = QList<QCommandLineOption>{
+        valueOption(QStringLiteral("template"), QStringLiteral("template name, see 'rkcalendar templates' (required)"),
+            QStringLiteral("name")),
+        valueOption(QStringLiteral("month"), QStringLiteral("the page's month, YYYY-MM (required)"), QStringLiteral("month")),
+        valueOption(QStringLiteral("locale"), QStringLiteral("calendar language, e.g. de_DE (required)"),
+            QStringLiteral("locale")),
+        valueOption(QStringLiteral("province"),
+            QStringLiteral("province code, e.g. BY (default: the nationwide days only)"), QStringLiteral("code")),
+        valueOption(QStringLiteral("features"),
+            QStringLiteral("comma-separated: holidays, vacations, moonphases (default: %1)").arg(QLatin1String(ALL_FEATURES)),
+            QStringLiteral("list")),
+        valueOption(QStringLiteral("style"), QStringLiteral("colour scheme: Standard, Blue, Green (default: the template's)"),
+            QStringLiteral("title")),
+        QCommandLineOption({QStringLiteral("o"), QStringLiteral("output")},
+            QStringLiteral("file to write (default: standard output)"), QStringLiteral("file"))};
+    command.run = runCompile;
+    return command;
+}
+
+const CommandRegistration registration(compileCommand());
+
+} // namespace

@@ -1,0 +1,8 @@
+#include "RKSVGCompositionMetaTypeInitializer.h"
+
+#include "RKSVGComposition.h"
+
+RKSVGCompositionMetaTypeInitializer::RKSVGCompositionMetaTypeInitializer()
+{
+    qRegisterMetaType<RKSVGComposition>("RKSVGComposition");
+}

@@ -1,0 +1,140 @@
+#include "RKTestSupport.h"
+
+#include <RKBackgroundJobManager.h>
+#include <RKFileEncoder.h>
+#include <RKFileHandler.h>
+
+#include <QSemaphore>
+#include <QThread>
+
+#include <atomic>
+
+namespace {
+
+// Counts its runs per key; a job whose gate is set waits on it, so tests can hold it running.
+class CountingJob : public RKBackgroundJob
+{
+public:
+    static std::atomic<int> runs[4];
+    static QSemaphore* gate;
+    static std::atomic<Qt::HANDLE> lastThread;
+
+    explicit CountingJob(int key) : myKey(key) {}
+    RKBackgroundJob* clone() const override { return new CountingJob(myKey); }
+    bool doStuff() const override
+    {
+        lastThread = QThread::currentThreadId();
+        if (gate)
+            gate->acquire();
+        ++runs[myKey];
+        return myKey != 3;
+    }
+    bool operator==(const RKBackgroundJob& other) const override
+    {
+        const auto* job = dynamic_cast<const CountingJob*>(&other);
+        return job && job->myKey == myKey;
+    }
+    uint hash() const override { return 7; } // all collide: equality must decide
+
+private:
+    int myKey;
+};
+std::atomic<int> CountingJob::runs[4];
+QSemaphore* CountingJob::gate = nullptr;
+std::atomic<Qt::HANDLE> CountingJob::lastThread{nullptr};
+
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+}
+
+class TestBackgroundJobs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { isolateUserFiles(); QVERIFY(myDir.isValid()); }
+    void init()
+    {
+        for (auto& runs : CountingJob::runs)
+            runs = 0;
+    }
+
+    void equalJobsRunOnceWhileWaitingOrRunning()
+    {
+        QSemaphore gate;
+        CountingJob::gate = &gate;
+        RKBackgroundJobManager& manager = RKBackgroundJobManager::instance();
+        const RKBackgroundTask first = manager.schedule(new CountingJob(0), RKBackgroundJobPriority(2));
+        for (int i = 0; i < 20; ++i)
+            manager.schedule(new CountingJob(0), RKBackgroundJobPriority(2));
+        const RKBackgroundTask other = manager.schedule(new CountingJob(1), RKBackgroundJobPriority(2));
+        QCOMPARE(manager.pendingJobCount(), 2);
+        QVERIFY(!manager.waitForIdle(50)); // held at the gate
+        QVERIFY(!first.isFinished());
+        gate.release(2);
+        CountingJob::gate = nullptr;
+        QVERIFY(manager.waitForIdle(10000));
+        QCOMPARE(CountingJob::runs[0].load(), 1);
+        QCOMPARE(CountingJob::runs[1].load(), 1);
+        QCOMPARE(first.state(), RKBackgroundTask::Succeeded);
+        QCOMPARE(other.state(), RKBackgroundTask::Succeeded);
+
+        // Once finished, the same work is accepted again.
+        manager.schedule(new CountingJob(0), RKBackgroundJobPriority(2));
+        QVERIFY(manager.waitForIdle(10000));
+        QCOMPARE(CountingJob::runs[0].load(), 2);
+    }
+
+    void immediatePriorityRunsOnTheCallingThread()
+    {
+        const RKBackgroundTask task = RKBackgroundJobManager::instance().schedule(new CountingJob(3),
+            RKBackgroundJobPriority(RKBackgroundJobPriority::Immediately));
+        QCOMPARE(task.state(), RKBackgroundTask::Failed);
+        QCOMPARE(CountingJob::lastThread.load(), QThread::currentThreadId());
+        QVERIFY(!RKBackgroundJobManager::instance().schedule(nullptr, RKBackgroundJobPriority(2)).isValid());
+    }
+
+    void encodedFiles_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::addColumn<bool>("warns");
+        const QByteArray svg = "<svg xmlns=\"http://www.w3.org/2000/svg\"/>";
+        QTest::newRow("plain") << svg << svg << false;
+        QTest::newRow("encoded") << RKFileEncoder::encode(svg) << svg << false;
+        QTest::newRow("magic only") << RKFileEncoder::CLP_MAGIC << QByteArray() << true;
+        QTest::newRow("damaged") << QByteArray(RKFileEncoder::encode(svg)).replace(14, 6, "xxxxxx") << QByteArray() << true;
+        QTest::newRow("truncated") << RKFileEncoder::encode(svg).left(20) << QByteArray() << true;
+        QTest::newRow("huge claim") << QByteArray(RKFileEncoder::CLP_MAGIC + "\xff\xff\xff\xff" + "xyz") << QByteArray() << true;
+    }
+    void encodedFiles()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QByteArray, expected);
+        QFETCH(bool, warns);
+        const QString path = myDir.filePath(QStringLiteral("clip.svg"));
+        writeFile(path, content);
+        if (warns)
+            QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("Damaged encoded file \"%1\"").arg(path)));
+        QCOMPARE(RKFileEncoder::encodeAndCopyCLP(QFileInfo(path)), expected);
+    }
+
+    void missingFileWarns()
+    {
+        const QString path = myDir.filePath(QStringLiteral("missing.svg"));
+        QTest::ignoreMessage(QtWarningMsg,
+            QRegularExpression(QStringLiteral("^Could not read file \"%1\": ").arg(QRegularExpression::escape(path))));
+        QVERIFY(RKFileEncoder::encodeAndCopyCLP(QFileInfo(path)).isEmpty());
+    }
+
+private:
+    QTemporaryDir myDir;
+};
+
+QTEST_GUILESS_MAIN(TestBackgroundJobs)
+#include "test_backgroundjobs.moc"
