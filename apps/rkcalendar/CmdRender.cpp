@@ -14,6 +14,7 @@
 #include <RKBackgroundJobManager.h>
 #include <RKCalendariumContentKey.h>
 #include <RKColorReplacementInstructions.h>
+#include <RKCssSheetCache.h>
 #include <RKCssSheetParser.h>
 #include <RKSVGComposition.h>
 #include <RKSVGCompilerInstructionsCache.h>
@@ -120,12 +121,11 @@ RKCssSheetTitleIdMap recolouredSheets(const RKCssSheetTitleIdMap& sheets, const 
     const auto copy = [&](const QString& path) -> QString {
         if (path.isEmpty() || copies.contains(path))
             return copies.value(path);
-        QFile input(path);
-        if (!input.open(QIODevice::ReadOnly)) {
-            error = QStringLiteral("cannot read %1: %2").arg(path, input.errorString());
+        const QString text = RKCssSheetCache::instance().cssString(path);
+        if (text.isEmpty()) {
+            error = QStringLiteral("cannot read the style sheet %1").arg(path);
             return QString();
         }
-        QString text = QString::fromUtf8(input.readAll());
         QString result;
         int last = 0;
         for (auto it = colour.globalMatch(text); it.hasNext();) {

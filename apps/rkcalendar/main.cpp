@@ -135,6 +135,9 @@ int main(int argc, char** argv)
         args << QString::fromLocal8Bit(argv[i]);
     const QString name = args.value(1);
     const Command* command = CommandRegistry::find(name);
+    // Before the application exists: the GUI platform's start-up notes are library talk too.
+    verboseMessages = args.contains(QStringLiteral("--verbose"));
+    qInstallMessageHandler(messageFilter);
     std::unique_ptr<QCoreApplication> app;
     if (command && command->needsGui) {
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
@@ -145,7 +148,6 @@ int main(int argc, char** argv)
     }
     QCoreApplication::setApplicationName(QStringLiteral("rkcalendar"));
     QCoreApplication::setApplicationVersion(QString::fromLatin1(VERSION));
-    qInstallMessageHandler(messageFilter);
 
     QFile stdoutFile;
     stdoutFile.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::DontCloseHandle);
