@@ -12,12 +12,14 @@
 #include <RKCalendariumHolidayConfig.h>
 #include <RKDirectoryConfig.h>
 #include <RKResourceFile.h>
+#include <RKSVGNormalizer.h>
 #include <RKXMLLoader.h>
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QDirIterator>
 #include <QRegularExpression>
 #include <QSet>
+#include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -296,11 +298,47 @@ void checkMoonPhases()
         problem(QStringLiteral("moon phases: the years end at %1, expected %2").arg(expectedYear - 1).arg(LAST_YEAR));
 }
 
+// Clip art: well-formed SVG with layers, which the normaliser turns into top-level layers
+// without "use" or "defs", and which the SVG renderer reads before and after.
+int checkClipArt(const QString& dataDir)
+{
+    int count = 0;
+    QDirIterator it(QDir(dataDir).filePath(QStringLiteral("clipart")), {QStringLiteral("*.svg")}, QDir::Files);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        ++count;
+        const QDomDocument document = RKXMLLoader::loadDocument(path);
+        if (document.isNull())
+            continue;
+        if (document.documentElement().tagName() != QLatin1String("svg")) {
+            problem(path + QStringLiteral(": the root element is not \"svg\""));
+            continue;
+        }
+        if (document.elementsByTagName(QStringLiteral("g")).isEmpty() || !QSvgRenderer(document.toByteArray()).isValid())
+            problem(path + QStringLiteral(": the renderer cannot read it, or it has no groups"));
+        const QDomDocument result = RKSVGNormalizer::prepareDomDocument(document, QFileInfo(path), QDomDocument());
+        if (!QSvgRenderer(result.toByteArray()).isValid())
+            problem(path + QStringLiteral(": the renderer cannot read it once normalised"));
+        const QDomElement root = result.documentElement();
+        if (!result.elementsByTagName(QStringLiteral("use")).isEmpty() || !root.firstChildElement(QStringLiteral("defs")).isNull())
+            problem(path + QStringLiteral(": \"use\" or \"defs\" left after normalising"));
+        int layers = 0;
+        for (QDomElement child = root.firstChildElement(); !child.isNull(); child = child.nextSiblingElement())
+            layers += child.hasAttribute(RKSVGNormalizer::STR_VAKO_LAYERTYPE) ? 1 : 0;
+        if (layers == 0)
+            problem(path + QStringLiteral(": no top-level layer (\"vako:layertype\") after normalising"));
+    }
+    return count;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QCoreApplication app(argc, argv);
+    // The SVG renderer needs fonts, hence a GUI application (the build runs it offscreen).
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
     QTemporaryDir writable;
     qputenv("RKXML_WRITABLE_DIR", writable.path().toLocal8Bit());
     qputenv("RKXML_RESOURCE_PATH", QByteArray());
@@ -313,6 +351,7 @@ int main(int argc, char** argv)
     checkCalendarWords();
     const int holidayFiles = checkHolidays(dataDir);
     checkMoonPhases();
+    const int clipArtFiles = checkClipArt(dataDir);
     qInstallMessageHandler(nullptr);
 
     QTextStream out(stdout);
@@ -324,7 +363,8 @@ int main(int argc, char** argv)
         return 1;
     }
     out << "rkxml-datacheck: " << longVacationNotes() << " notes on vacations of 51 days or more (accepted)\n";
-    out << "rkxml-datacheck: " << xmlFiles << " XML files, " << holidayFiles << " holiday files in " << dataDir
+    out << "rkxml-datacheck: " << xmlFiles << " XML files, " << holidayFiles << " holiday files, " << clipArtFiles
+        << " clip-art files in " << dataDir
         << ": ok\n";
     return 0;
 }

@@ -135,7 +135,7 @@ int main(int argc, char** argv)
         args << QString::fromLocal8Bit(argv[i]);
     const QString name = args.value(1);
     const Command* command = CommandRegistry::find(name);
-    // Before the application exists: the GUI platform's start-up notes are library talk too.
+    // Installed first, so that the GUI platform's start-up notes stay quiet too.
     verboseMessages = args.contains(QStringLiteral("--verbose"));
     qInstallMessageHandler(messageFilter);
     std::unique_ptr<QCoreApplication> app;

@@ -114,7 +114,7 @@ void RKBackgroundJobManager::finish(Entry* entry, RKBackgroundTask::State state)
 
 bool RKBackgroundJobManager::waitForIdle(int msecs)
 {
-    QDeadlineTimer deadline(msecs < 0 ? QDeadlineTimer::Forever : msecs);
+    const QDeadlineTimer deadline = msecs < 0 ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(msecs);
     QMutexLocker lock(&myMutex);
     while (!myJobs.isEmpty()) {
         if (!myIdle.wait(&myMutex, deadline))

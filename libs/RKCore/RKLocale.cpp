@@ -12,7 +12,7 @@ RKLocale::RKLocale(const QString& language, const QString& country)
 RKLocale::RKLocale(const QLocale& locale)
 {
     const QStringList pieces = locale.name().split(QLatin1Char('_'));
-    if (locale.language() == QLocale::C || pieces.isEmpty())
+    if (locale.language() == QLocale::C)
         return;
     myLanguage = pieces.value(0).toLower();
     myCountry = pieces.value(1).toUpper();

@@ -471,6 +471,35 @@ private slots:
         QCOMPARE(failures.loadRelaxed(), 0);
         QCOMPARE(cache.size(), 10);
     }
+
+    void reloadWhileThreadsQuery()
+    {
+        // Queries on other threads keep the tables they started with while reloadData() swaps them.
+        QAtomicInt stop = 0, wrong = 0, queries = 0;
+        QVector<QThread*> threads;
+        for (int t = 0; t < 3; ++t) {
+            threads.append(QThread::create([&]() {
+                while (!stop.loadAcquire()) {
+                    if (holidays(2024, "ALL").size() != 23 || calculator().availableProvinces(GERMAN).size() != 6
+                        || calculator().description(6, config(QString(), "holidays")) != QLatin1String("Tag der Arbeit"))
+                        wrong.ref();
+                    queries.ref();
+                }
+            }));
+            threads.last()->start();
+        }
+        for (int n = 0; n < 5; ++n) {
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
+            calculator().reloadData();
+        }
+        stop.storeRelease(1);
+        for (QThread* thread : threads) {
+            QVERIFY(thread->wait(60000));
+            delete thread;
+        }
+        QVERIFY(queries.loadRelaxed() > 0);
+        QCOMPARE(wrong.loadRelaxed(), 0);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestHolidayCalculator)

@@ -13,6 +13,7 @@
 #include <RKCalendariumHolidayType.h>
 #include <RKDateRange.h>
 #include <RKDirectoryConfig.h>
+#include <RKErrorHistory.h>
 #include <RKProvinceSpecification.h>
 #include <RKXMLLoader.h>
 
@@ -322,6 +323,40 @@ private slots:
         QFile::remove(path);
         defaults.load();
         QVERIFY(defaults.defaultConfig() == RKCalendariumHolidayConfig());
+    }
+
+    void savedDefaultFailure_data()
+    {
+        QTest::addColumn<bool>("writableDirIsAFile");
+        QTest::addColumn<int>("recorded");
+        // Even root cannot create a file below a file, or replace a directory in the backup's place.
+        QTest::newRow("writable directory is a file") << true << int(RKErrorEvent::CouldNotOpenFileForReadWriteAccess);
+        QTest::newRow("backup place blocked") << false << int(RKErrorEvent::CouldNotDeleteFile);
+    }
+    void savedDefaultFailure()
+    {
+        QFETCH(bool, writableDirIsAFile);
+        QFETCH(int, recorded);
+        QTemporaryDir place;
+        const QString writable = writableDirIsAFile ? place.filePath("file/sub") : place.path();
+        const QString previous = place.filePath("calendarium_config.xml");
+        QFile file(writableDirIsAFile ? place.filePath("file") : previous);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write("previous"), qint64(8));
+        file.close();
+        QVERIFY(QDir(place.path()).mkpath("calendarium_config.xml~/keep"));
+        const QByteArray before = qgetenv("RKXML_WRITABLE_DIR");
+        qputenv("RKXML_WRITABLE_DIR", writable.toLocal8Bit());
+        RKSingleton<RKDirectoryConfig>::instance().reload();
+        RKErrorHistory history;
+        const bool saved = RKSingleton<RKCalendariumHolidayConfigDefault>::instance().setDefaultConfig(sample(), &history);
+        qputenv("RKXML_WRITABLE_DIR", before);
+        RKSingleton<RKDirectoryConfig>::instance().reload();
+        QVERIFY(!saved);
+        QVERIFY2(history.contains(recorded), qPrintable(QString::number(history.count())));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("previous"));
+        QCOMPARE(QDir(place.path()).entryList(QDir::Files | QDir::Hidden).size(), 1); // no temporary file left
     }
 };
 

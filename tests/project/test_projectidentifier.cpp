@@ -7,33 +7,22 @@
 #include <RKTemplateSVGMetaDataElement.h>
 
 #include <QDomDocument>
-
-#include <limits>
+#include <QThread>
 
 
 namespace {
-
 const QRegularExpression uuidPattern(QStringLiteral("^[0-9a-f]{8}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{12}$"));
 
 QDomElement element(QDomDocument& document, const QString& xml)
 {
-    const bool parsed = document.setContent(xml);
-    Q_ASSERT(parsed);
-    Q_UNUSED(parsed);
+    if (!document.setContent(xml))
+        qFatal("fixture XML does not parse: %s", qPrintable(xml));
     return document.documentElement();
 }
-
-QStringList logLines()
-{
-    QFile file(RKSingleton<RKLogger>::instance().logFile());
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return {};
-    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
-}
-
-// Project identifiers, and the small values saved with templates: pin anchors and metadata words.
+// Project identifiers and their registry, and the small values saved with templates:
+// pin anchors and metadata words.
 class TestProjectIdentifier : public QObject
 {
     Q_OBJECT
@@ -45,41 +34,96 @@ private slots:
         qputenv("RKXML_PROGRAM_DATA_DIR", QByteArray());
     }
 
-    void identifiersAreCreatedOrRead()
+    void createdIdentifierIsValidUniqueAndNotFinal()
     {
-        QVERIFY(!RKProjectIdentifier().isValid() && !RKProjectIdentifier().isFinal());
+        QVERIFY(!RKProjectIdentifier().isValid());
+        QVERIFY(!RKProjectIdentifier().isFinal());
         const RKProjectIdentifier created = RKProjectIdentifier::create();
-        QVERIFY(created.isValid() && !created.isFinal() && created != RKProjectIdentifier::create());
+        QVERIFY(created.isValid());
+        QVERIFY(!created.isFinal());
+        QVERIFY(created != RKProjectIdentifier::create());
         QVERIFY2(uuidPattern.match(created.projectID()).hasMatch(), qPrintable(created.projectID()));
-        QVERIFY(uuidPattern.match(RKProjectIdentifier::createProjectID()).hasMatch());
-        // Read from an element: always final; no attribute gives a new identifier, an empty one stays empty (invalid).
-        QDomDocument d1, d2, d3, d4;
-        const RKProjectIdentifier generated(element(d1, QStringLiteral("<project name=\"x\"/>")));
-        QVERIFY(generated.isValid() && generated.isFinal() && generated != RKProjectIdentifier(element(d2, QStringLiteral("<project/>"))));
-        QVERIFY2(uuidPattern.match(generated.projectID()).hasMatch(), qPrintable(generated.projectID()));
-        const RKProjectIdentifier padded(element(d3, QStringLiteral("<p projectID=\"  padded-id \"/>")));
-        QVERIFY(padded.projectID() == QLatin1String("padded-id") && padded.isFinal());
-        const RKProjectIdentifier empty(element(d4, QStringLiteral("<p projectID=\"\"/>")));
-        QVERIFY(empty.projectID().isEmpty() && !empty.isValid() && empty.isFinal());
-        // Round trip through an element; reading makes the text final, and so the original too.
-        QDomElement e = d1.createElement(QStringLiteral("project"));
+    }
+
+    void readIdentifierIsFinal_data()
+    {
+        QTest::addColumn<QString>("xml");
+        QTest::addColumn<QString>("id"); // "uuid": a freshly generated one
+        QTest::newRow("no attribute: new identifier") << "<project name=\"x\"/>" << "uuid";
+        QTest::newRow("padded text is trimmed") << "<p projectID=\"  padded-id \"/>" << "padded-id";
+        QTest::newRow("empty text stays empty") << "<p projectID=\"\"/>" << "";
+    }
+    void readIdentifierIsFinal()
+    {
+        QFETCH(QString, xml);
+        QFETCH(QString, id);
+        QDomDocument document;
+        const RKProjectIdentifier read(element(document, xml));
+        if (id == QLatin1String("uuid"))
+            QVERIFY2(uuidPattern.match(read.projectID()).hasMatch(), qPrintable(read.projectID()));
+        else
+            QCOMPARE(read.projectID(), id);
+        QVERIFY(read.isFinal());
+    }
+
+    void encodedIdentifierReadsBackAndBecomesFinal()
+    {
+        const RKProjectIdentifier created = RKProjectIdentifier::create();
+        QDomDocument document;
+        QDomElement e = document.createElement(QStringLiteral("project"));
         created.encode(e);
         QCOMPARE(e.attribute(QStringLiteral("projectID")), created.projectID());
-        QVERIFY(RKProjectIdentifier(e) == created && created.isFinal());
+        QCOMPARE(RKProjectIdentifier(e), created);
+        // Reading made the text final, so the original is final too.
+        QVERIFY(created.isFinal());
     }
 
     void equalTextsShareFinalState()
     {
         const RKProjectIdentifier first(QStringLiteral("shared-text"), false);
         const RKProjectIdentifier second(QStringLiteral("shared-text"), false);
-        QVERIFY(first == second && qHash(first) == qHash(second) && !first.isFinal());
+        QCOMPARE(qHash(first), qHash(second));
+        QVERIFY(!first.isFinal());
         second.setFinal();
         QVERIFY(first.isFinal());
-        QVERIFY(RKSingleton<RKProjectIdentifierRegistry>::instance().isFinalized(RKProjectIdentifier(QStringLiteral("shared-text"), false)));
         QVERIFY(!RKProjectIdentifier(QStringLiteral("shared-text-2"), false).isFinal());
-        // Constructed final registers the text too.
         const RKProjectIdentifier finalFromStart(QStringLiteral("final-from-start"), true);
         QVERIFY(RKProjectIdentifier(QStringLiteral("final-from-start"), false).isFinal());
+    }
+
+    void registryFromThreads()
+    {
+        // Identifiers read on worker threads register themselves while others ask.
+        const int threadCount = 4, perThread = 200;
+        QVector<QStringList> made(threadCount);
+        QAtomicInt notFinal = 0;
+        QVector<QThread*> threads;
+        for (int t = 0; t < threadCount; ++t) {
+            threads.append(QThread::create([t, &made, &notFinal]() {
+                for (int n = 0; n < perThread; ++n) {
+                    QDomDocument document;
+                    const RKProjectIdentifier read(document.createElement(QStringLiteral("project")));
+                    made[t] << read.projectID();
+                    if (!read.isFinal() || RKProjectIdentifier::create().isFinal())
+                        notFinal.ref();
+                    RKProjectIdentifier(QStringLiteral("common"), n % 2 == 0).isFinal();
+                }
+            }));
+            threads.last()->start();
+        }
+        for (QThread* thread : threads) {
+            QVERIFY(thread->wait(60000));
+            delete thread;
+        }
+        QCOMPARE(notFinal.loadRelaxed(), 0);
+        QSet<QString> all;
+        for (const QStringList& ids : made) {
+            for (const QString& id : ids) {
+                all << id;
+                QVERIFY(RKSingleton<RKProjectIdentifierRegistry>::instance().isFinalized(RKProjectIdentifier(id, false)));
+            }
+        }
+        QCOMPARE(all.size(), threadCount * perThread);
     }
 
     void thumbnailFileInProgramData()
@@ -94,121 +138,104 @@ private slots:
 
     void logWritesOneLine_data()
     {
+        QTest::addColumn<QString>("id");
         QTest::addColumn<bool>("final");
         QTest::addColumn<QStringList>("values"); // action, article id, order text
-        QTest::newRow("final") << true << QStringList{"save", "A-1001", "Family calendar 2026"};
-        QTest::newRow("not final") << false << QStringList{"open", "", ""};
+        QTest::addColumn<QString>("line");       // after the time stamp
+        QTest::newRow("final") << "log-1" << true << QStringList{"save", "A-1001", "Family calendar 2026"}
+                               << "ProjectRegistry ACTION:save VALUE:log-1 FINAL:1 ARTICLEID:A-1001 ORDERTXTNAME:Family calendar 2026";
+        QTest::newRow("not final, empty values") << "log-2" << false << QStringList{"open", "", ""}
+                                                 << "ProjectRegistry ACTION:open VALUE:log-2 FINAL:0 ARTICLEID: ORDERTXTNAME:";
         // Place markers in the values must not be substituted again.
-        QTest::newRow("percent signs") << true << QStringList{"order %1", "%2", "50% %5 off"};
-        QTest::newRow("non-ASCII") << false << QStringList{"save", "Ä-7", "Kalender für Oma"};
+        QTest::newRow("percent signs") << "log-%1" << true << QStringList{"order %1", "%2", "50% %5 off"}
+                                       << "ProjectRegistry ACTION:order %1 VALUE:log-%1 FINAL:1 ARTICLEID:%2 ORDERTXTNAME:50% %5 off";
     }
-
     void logWritesOneLine()
     {
+        QFETCH(QString, id);
         QFETCH(bool, final);
         QFETCH(QStringList, values);
-        const RKProjectIdentifier id = RKProjectIdentifier::create();
-        if (final)
-            id.setFinal();
-        const int before = logLines().size();
-        id.log(values[0], values[1], values[2]);
-        const QStringList lines = logLines();
-        QCOMPARE(lines.size(), before + 1);
+        QFETCH(QString, line);
+        RKProjectIdentifier(id, final).log(values[0], values[1], values[2]);
         QVERIFY(QFileInfo(RKSingleton<RKLogger>::instance().logFile()).absoluteFilePath().startsWith(myWritable));
-        const QString expected = QStringLiteral("ProjectRegistry ACTION:") + values[0] + QStringLiteral(" VALUE:") + id.projectID()
-            + QStringLiteral(" FINAL:") + QString::number(final) + QStringLiteral(" ARTICLEID:") + values[1] + QStringLiteral(" ORDERTXTNAME:") + values[2];
-        const QString last = lines.last();
-        QVERIFY2(last.endsWith(QLatin1Char(' ') + expected), qPrintable(last));
-        // What precedes the text is the time stamp of the logger.
-        const QString stamp = last.left(last.size() - expected.size() - 1);
+        QFile file(RKSingleton<RKLogger>::instance().logFile());
+        QVERIFY(file.open(QIODevice::ReadOnly | QIODevice::Text));
+        const QString last = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts).last();
+        QVERIFY2(last.endsWith(QLatin1Char(' ') + line), qPrintable(last));
+        // What precedes the text is the logger's time stamp.
+        const QString stamp = last.left(last.size() - line.size() - 1);
         QVERIFY2(QDateTime::fromString(stamp, Qt::ISODateWithMs).isValid(), qPrintable(stamp));
     }
 
     void anchorDecode_data()
     {
         QTest::addColumn<QString>("attributes");
-        QTest::addColumn<QPointF>("point");
+        QTest::addColumn<double>("x");
+        QTest::addColumn<double>("y");
         QTest::addColumn<bool>("valid");
-        QTest::newRow("none") << "" << QPointF(-1, -1) << false;
-        QTest::newRow("0,1") << "anchor_x=\"0\" anchor_y=\"1\"" << QPointF(0, 1) << true;
-        QTest::newRow("1,0") << "anchor_x=\"1.0\" anchor_y=\"0.0\"" << QPointF(1, 0) << true;
-        QTest::newRow("just above 1") << "anchor_x=\"1.0000001\" anchor_y=\"0.5\"" << QPointF(1.0000001, 0.5) << false;
-        QTest::newRow("just below 0") << "anchor_x=\"0.5\" anchor_y=\"-0.0000001\"" << QPointF(0.5, -0.0000001) << false;
-        QTest::newRow("only x") << "anchor_x=\"0.5\"" << QPointF(0.5, -1) << false;
-        QTest::newRow("only y") << "anchor_y=\"0.5\"" << QPointF(-1, 0.5) << false;
-        QTest::newRow("padded") << "anchor_x=\" 0.25 \" anchor_y=\"0.75\"" << QPointF(0.25, 0.75) << true;
+        QTest::newRow("none") << "" << -1.0 << -1.0 << false;
+        QTest::newRow("0,1") << "anchor_x=\"0\" anchor_y=\"1\"" << 0.0 << 1.0 << true;
+        QTest::newRow("1,0") << "anchor_x=\"1.0\" anchor_y=\"0.0\"" << 1.0 << 0.0 << true;
+        QTest::newRow("just above 1") << "anchor_x=\"1.0000001\" anchor_y=\"0.5\"" << 1.0000001 << 0.5 << false;
+        QTest::newRow("just below 0") << "anchor_x=\"0.5\" anchor_y=\"-0.0000001\"" << 0.5 << -0.0000001 << false;
+        QTest::newRow("only x") << "anchor_x=\"0.5\"" << 0.5 << -1.0 << false;
+        QTest::newRow("padded") << "anchor_x=\" 0.25 \" anchor_y=\"0.75\"" << 0.25 << 0.75 << true;
         // Malformed text reads as 0.0, which is a valid coordinate.
-        QTest::newRow("malformed") << "anchor_x=\"left\" anchor_y=\"0,5\"" << QPointF(0, 0) << true;
-        QTest::newRow("empty") << "anchor_x=\"\" anchor_y=\"\"" << QPointF(0, 0) << true;
-        QTest::newRow("exponent") << "anchor_x=\"5e-1\" anchor_y=\"1e0\"" << QPointF(0.5, 1) << true;
+        QTest::newRow("malformed") << "anchor_x=\"left\" anchor_y=\"0,5\"" << 0.0 << 0.0 << true;
+        QTest::newRow("NaN") << "anchor_x=\"0.5\" anchor_y=\"nan\"" << 0.5 << qQNaN() << false;
+        QTest::newRow("beyond double's range") << "anchor_x=\"1e400\" anchor_y=\"0.5\"" << qInf() << 0.5 << false;
     }
-
     void anchorDecode()
     {
         QFETCH(QString, attributes);
-        QFETCH(QPointF, point);
+        QFETCH(double, x);
+        QFETCH(double, y);
         QFETCH(bool, valid);
         QDomDocument document;
         const RKRelativePinAnchorPoint anchor = RKRelativePinAnchorPoint::decode(element(document, QStringLiteral("<svg %1/>").arg(attributes)));
-        QCOMPARE(anchor.point(), point);
+        QCOMPARE(anchor.point().x(), x);
+        QCOMPARE(anchor.point().y(), y);
         QCOMPARE(anchor.isValid(), valid);
     }
 
-    void nonFiniteAnchorsAreInvalidAndNamedAnchorsExpand()
+    void namedAnchorsExpand()
     {
-        // Out of double's range reads as infinity, never as a coordinate on the image.
-        QDomDocument document;
-        QVERIFY(!RKRelativePinAnchorPoint::decode(element(document, QStringLiteral("<svg anchor_x=\"1e400\" anchor_y=\"0.5\"/>"))).isValid());
-        const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
-        for (const QPointF& p : {QPointF(nan, 0.5), QPointF(0.5, nan), QPointF(inf, 0.5), QPointF(0.5, -inf)})
-            QVERIFY(!RKRelativePinAnchorPoint(p).isValid());
-        QVERIFY(!RKRelativePinAnchorPoint().isValid() && RKRelativePinAnchorPoint().point() == QPointF(-1, -1));
-        QCOMPARE(RKRelativePinAnchorPoint::topLeft().expanded(QSizeF(30, 40)), QPointF(0, 0));
-        QCOMPARE(RKRelativePinAnchorPoint::center().expanded(QSizeF(30, 40)), QPointF(15, 20));
         QCOMPARE(RKRelativePinAnchorPoint::bottomCenter().expanded(QSizeF(200, 100)), QPointF(100, 100));
         QCOMPARE(RKRelativePinAnchorPoint::bottomRight().expanded(QSizeF(30, 40)), QPointF(30, 40));
-        QCOMPARE(RKRelativePinAnchorPoint(QPointF(0.25, 0.75)).expanded(QSizeF(80, 40)), QPointF(20, 30));
-        QCOMPARE(RKRelativePinAnchorPoint::center().expanded(QSizeF()), QPointF(-0.5, -0.5));
+        QCOMPARE(RKRelativePinAnchorPoint::topLeft().expanded(QSizeF(30, 40)), QPointF(0, 0));
+        QCOMPARE(RKRelativePinAnchorPoint::center().expanded(QSizeF(30, 40)), QPointF(15, 20));
     }
 
-    // Saved documents and callers depend on these words and numbers.
+    // Saved documents and callers depend on these numbers; the odd ones out are here.
     void metaDataWordsDecodeToFixedNumbers_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("value");
-        int value = 1;
-        for (const char* word : {"vako:subcategory", "vako:product", "vako:ref_subclass1", "vako:ref_subclass2", "vako:thumbnail",
-                 "vako:content_type", "vako:ref_content_id", "vako:rotation", "vako:designElementId", "vako:designElementType",
-                 "vako:keyaccount", "vako:multipage", "vako:priceclass", "vako:duplicate-of", "vako:properties", "tlm-holidays",
-                 "vako:category", "vako:product_variant", "vako:pagetype", "vako:logo"})
-            QTest::newRow(word) << QString::fromLatin1(word) << value++;
+        QTest::newRow("first word") << "vako:subcategory" << 1;
+        QTest::newRow("category is 17, inserted second") << "vako:category" << 17;
+        QTest::newRow("the one word outside vako:") << "tlm-holidays" << 16;
+        QTest::newRow("last word") << "vako:logo" << 20;
         QTest::newRow("mixed case") << "VAKO:DesignElementID" << 9;
-        QTest::newRow("upper") << "VAKO:CATEGORY" << 17;
-        QTest::newRow("padded") << "  tlm-holidays " << 16;
-        QTest::newRow("unknown") << "vako:colour" << 0;
+        QTest::newRow("padded") << "  vako:duplicate-of " << 14;
         QTest::newRow("without namespace") << "category" << 0;
         QTest::newRow("empty") << "" << 0;
-        QTest::newRow("unknown and known") << "nonsense, vako:logo" << 20;
         // Plain numbers, not flags: two words OR their numbers.
         QTest::newRow("two words") << "vako:subcategory,vako:product" << 3;
     }
-
     void metaDataWordsDecodeToFixedNumbers()
     {
         QFETCH(QString, text);
         QFETCH(int, value);
         const RKTemplateSVGMetaDataElement element(text);
         QCOMPARE(element.toInt(), value);
-        QVERIFY(!RKTemplateSVGMetaDataElement().isValid() && RKMetaCategory == 17 && RKTemplateSVGMetaDataElement(QStringLiteral("vako:logo")) == RKMetaLogo);
-        // The number of a word written as it is writes back as that same word.
-        if (QString::fromLatin1(QTest::currentDataTag()) == text)
+        // A word written as the table has it writes back as that same word.
+        if (text.startsWith(QLatin1String("vako:")) && !text.contains(QLatin1Char(',')))
             QCOMPARE(RKTemplateSVGMetaDataElement(element.value()).encode(), text);
     }
 
 private:
     QString myWritable;
 };
-
 
 QTEST_GUILESS_MAIN(TestProjectIdentifier)
 #include "test_projectidentifier.moc"

@@ -80,10 +80,11 @@ void TestCutter::cut()
 
 void TestCutter::snippetContent()
 {
-    const QDomDocument document = parse(QStringLiteral("<svg><g><rect id=\"r\" class=\"cut\"/></g></svg>"));
-    const RKSVGCutter cutter(QStringLiteral("class"), QStringLiteral("cut"));
+    // One attribute each: QDom writes attributes in an order that changes from run to run.
+    const QDomDocument document = parse(QStringLiteral("<svg><g class=\"cut\"><rect id=\"r\"/></g></svg>"));
+    const RKSVGCutter cutter(QStringLiteral("id"), QStringLiteral("r"));
     const QDomElement rect = document.documentElement().firstChildElement().firstChildElement();
-    QCOMPARE(cutter.createSubTree(rect), QStringLiteral("<svg> <rect id=\"r\" class=\"cut\"/>\n</svg>"));
+    QCOMPARE(cutter.createSubTree(rect), QStringLiteral("<svg> <rect id=\"r\"/>\n</svg>"));
     const QList<RKSVGSnippet> snippets = cutter.cut(document.documentElement());
     QCOMPARE(snippets.size(), 1);
     QCOMPARE(snippets.first(), RKSVGSnippet(cutter.createSubTree(rect), QStringLiteral("r"), QRectF(0, 0, 0, 0), QTransform()));

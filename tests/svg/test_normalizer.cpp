@@ -5,6 +5,8 @@
 #include <RKXMLBuilder.h>
 
 #include <QDomDocument>
+#include <QPainter>
+#include <QSvgRenderer>
 
 #include <functional>
 
@@ -47,6 +49,30 @@ QDomDocument parse(const QString& text)
     return document;
 }
 
+QImage render(const QByteArray& svg)
+{
+    QSvgRenderer renderer(svg);
+    QImage image(128, 128, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    renderer.render(&painter);
+    return image;
+}
+
+// Mean absolute difference of the colour channels, in per cent.
+double difference(const QImage& a, const QImage& b)
+{
+    qint64 sum = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb p = a.pixel(x, y);
+            const QRgb q = b.pixel(x, y);
+            sum += qAbs(qRed(p) - qRed(q)) + qAbs(qGreen(p) - qGreen(q)) + qAbs(qBlue(p) - qBlue(q));
+        }
+    }
+    return 100.0 * sum / (a.width() * a.height() * 3 * 255.0);
+}
+
 // Canonical text without the declaration and line breaks: attribute order fixed.
 QString canonical(const QDomDocument& document)
 {
@@ -70,6 +96,8 @@ private slots:
     void logoFitsAndCentres();
     void fillHelpers_data();
     void fillHelpers();
+    void shippedClipArt_data();
+    void shippedClipArt();
 };
 
 void TestNormalizer::steps_data()
@@ -256,6 +284,39 @@ void TestNormalizer::fillHelpers()
     QCOMPARE(RKSVGNormalizer::hasFillInstruction(e), hasFill);
     QCOMPARE(RKSVGNormalizer::isClosedShapeGraphicsElement(e), closed);
     QCOMPARE(RKSVGNormalizer::hasHolidayClasses(e), holiday);
+}
+
+void TestNormalizer::shippedClipArt_data()
+{
+    QTest::addColumn<QString>("path");
+    const QDir directory(shippedDataPath(QStringLiteral("clipart")));
+    const QStringList files = directory.entryList({ QStringLiteral("*.svg") }, QDir::Files, QDir::Name);
+    QVERIFY(files.size() >= 3);
+    for (const QString& file : files)
+        QTest::newRow(qPrintable(file)) << directory.filePath(file);
+}
+
+// Our clip art is drawn so that every step has work to do and the picture stays the same.
+void TestNormalizer::shippedClipArt()
+{
+    QFETCH(QString, path);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    QDomDocument document;
+    QVERIFY(document.setContent(bytes));
+
+    QDomDocument current = document.cloneNode(true).toDocument();
+    for (const char* step : { "makeAbsoluteHRefs", "removeComments", "expandUseTags", "removeGsWithoutLayerType", "normalize",
+             "removeElementsWithoutChilds", "mergeLayertypeRenderWithNoCalEmbed" }) {
+        const QString before = canonical(current);
+        current = stepTable().value(step)(current);
+        QVERIFY2(canonical(current) != before, step);
+    }
+    const QDomDocument result = RKSVGNormalizer::prepareDomDocument(document, QFileInfo(path), QDomDocument());
+    QCOMPARE(canonical(result), canonical(current));
+    const double diff = difference(render(bytes), render(RKXMLBuilder::toString(result, 1).toUtf8()));
+    QVERIFY2(diff < 0.2, qPrintable(QString::number(diff)));
 }
 
 QTEST_MAIN(TestNormalizer)

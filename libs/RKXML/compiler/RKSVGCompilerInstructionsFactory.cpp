@@ -220,9 +220,8 @@ void RKSVGCompilerInstructionsFactory::addHolidayCache(RKAbstractHolidayCache* c
             return;
         myCaches.append(cache);
     }
-    connect(cache, &QObject::destroyed, this,
-        [this](QObject* gone) { removeHolidayCache(static_cast<RKAbstractHolidayCache*>(gone)); },
-        Qt::DirectConnection);
+    // By the pointer as registered: the object is half destroyed when the signal comes.
+    connect(cache, &QObject::destroyed, this, [this, cache]() { removeHolidayCache(cache); }, Qt::DirectConnection);
 }
 
 void RKSVGCompilerInstructionsFactory::removeHolidayCache(RKAbstractHolidayCache* cache)

@@ -18,6 +18,18 @@ enum RKCalendariumFeaturesEnum : int {
     RKCalendariumFeatureShowWeekOfYear = 64,
 };
 
+/// Every feature except holiday colouring (125), which is deliberately not part of "everything".
+constexpr RKCalendariumFeaturesEnum RKCalendariumFeaturesEverything = RKCalendariumFeaturesEnum(RKCalendariumFeatureHolidays
+    | RKCalendariumFeaturePersonalEntries | RKCalendariumFeatureVacations | RKCalendariumFeatureMoonPhases
+    | RKCalendariumFeatureZodiacs | RKCalendariumFeatureShowWeekOfYear);
+/// The kinds of marked days the holiday calculator computes: holidays, vacations, moon phases (25).
+constexpr RKCalendariumFeaturesEnum RKCalendariumFeaturesMarkedDays = RKCalendariumFeaturesEnum(
+    RKCalendariumFeatureHolidays | RKCalendariumFeatureVacations | RKCalendariumFeatureMoonPhases);
+/// Holidays and school vacations (9): what the data checks compute.
+constexpr RKCalendariumFeaturesEnum RKCalendariumFeaturesHolidaysAndVacations = RKCalendariumFeaturesEnum(
+    RKCalendariumFeatureHolidays | RKCalendariumFeatureVacations);
+static_assert(RKCalendariumFeaturesEverything == 125, "saved documents and callers know this value");
+
 /**
  * A set of RKCalendariumFeaturesEnum flags with the words "personalEntries",
  * "holidays", "holiday_colors", "vacations", "moonphases", "zodiacs" and

@@ -12,25 +12,30 @@
 
 #include <QDate>
 #include <QDomElement>
-#include <QHash>
 #include <QList>
-#include <QMap>
-#include <QMutex>
 #include <QObject>
+#include <QReadWriteLock>
 #include <QSharedPointer>
 #include <QStringList>
-#include <QVector>
+
+#include <memory>
+
+class RKHolidayTables;
+struct RKVacationEntry;
+class RKMoonPhaseFile;
+class RKVacationFileCache;
 
 /**
  * Public holidays, named days, school vacations and moon phases per year and
  * holiday configuration, from the holiday data files ("holidays/<locale>.xml",
  * one per calendar language) and the moon phase file.
  *
- * The holiday tables are read in the constructor and by reloadData(), and are
- * read without locks otherwise: reloadData() must not run while another thread
- * computes. The vacation and moon phase files are read again when they change
- * on disk; their parsed form is kept per file under a mutex, so those queries
- * may run from any thread.
+ * Thread safety: every query may run on any thread, also while another thread
+ * runs reloadData(). The holiday tables are one never-changed snapshot that a
+ * query takes at its start and keeps to its end; reloadData() reads the files
+ * into a new snapshot and swaps it in, so a query sees the old or the new data,
+ * never a mixture or freed tables. The vacation and moon phase files are read
+ * again when they change on disk; their parsed forms are kept under mutexes.
  *
  * Days computed by rule are named by RKCalendariumHolidayDayId:
  * 1 = 6 Jan, 2 = Easter-3, 3 = Easter-2, 4 = Easter, 5 = Easter+1, 6 = 1 May,
@@ -67,6 +72,12 @@ public:
     /// Empties the tables and reads every holiday file again.
     void reloadData();
 
+    /// A vacation this many days long (end minus start) or longer is logged as " is N days long.";
+    /// summer vacations of eight weeks and more are real, so it is still used.
+    static constexpr int LONG_VACATION_DAYS = 51;
+    /// Longer than this (end minus start) no vacation in the shipped data is; data checks reject it.
+    static constexpr int LONGEST_PLAUSIBLE_VACATION_DAYS = 120;
+
     /// Easter Sunday as this library computes it (one week late in some years, e.g. 1954 and 2049).
     static QDate eastern(int year);
     /// The Wednesday on or before 22 November.
@@ -95,50 +106,14 @@ public:
 private:
     RKCalendariumHolidayCalculator();
 
-    /// A dated day's pattern, matched once when the file is read.
-    struct DatedRule {
-        bool matched = false;
-        int year = 0;
-        int month = 0;
-        int day = 0;
-    };
-    /// Derived look-up form of one region's two tables.
-    struct RegionIndex {
-        QMap<RKCalendariumHolidayDayId, RKCalendariumHolidayDayPrototype> byId;
-        QList<RKCalendariumHolidayDayPrototype> dated;
-        QVector<DatedRule> rules;
-    };
-    struct Regions {
-        const RegionIndex* province = nullptr;
-        const RegionIndex* nation = nullptr;
-    };
-    struct VacationEntry;
-    struct VacationFile;
-    struct MoonFile;
-
-    void readProvincesAndCountries();
-    void readHonorings(const QDomElement& parent, const RKProvinceSpecification& region);
-    void rebuildIndex();
-    static QString regionKey(const RKProvinceSpecification& region);
-    Regions regionsOf(const RKCalendariumHolidayConfig& config) const;
-    static RKCalendariumHolidayDayPrototype prototypeIn(const Regions& regions, RKCalendariumHolidayDayId id);
-    static void appendRuleDays(const Regions& regions, int year, bool skipUnmarked, RKCalendariumHolidayList& out,
-        const RKCalendariumHolidayDayId* ids, int count, const QDate& easter);
-    static void appendDatedDays(const RegionIndex* region, int year, RKCalendariumHolidayList& out);
-    static DatedRule matchDatedPattern(const QString& pattern);
+    /// The current holiday tables; the caller's copy stays valid across a reload.
+    QSharedPointer<const RKHolidayTables> tables() const;
     /// With `named` the days carry the vacation's name and nothing is logged.
-    static void appendVacationDays(const VacationEntry& entry, int year, RKCalendariumHolidayList& out, bool named = false);
+    static void appendVacationDays(const RKVacationEntry& entry, int year, RKCalendariumHolidayList& out, bool named = false);
     RKCalendariumHolidayList vacationDays(const RKCalendariumHolidayCacheKey& key, bool named) const;
-    QSharedPointer<const VacationFile> vacationFile(const RKLocale& locale) const;
-    static QSharedPointer<const VacationFile> parseVacationFile(const QDomElement& root);
-    QSharedPointer<const MoonFile> moonFile() const;
 
-    QHash<RKProvinceSpecification, QMap<RKCalendariumHolidayDayId, RKCalendariumHolidayDayPrototype>> myPrototypesById;
-    QHash<RKProvinceSpecification, QList<RKCalendariumHolidayDayPrototype>> myDatedPrototypes;
-    QHash<RKLocale, QStringList> myProvinces;
-    QHash<QString, RegionIndex> myRegionIndex;
-
-    mutable QMutex myFileMutex;
-    mutable QHash<QString, QSharedPointer<const VacationFile>> myVacationFiles;
-    mutable QSharedPointer<const MoonFile> myMoonFile;
+    mutable QReadWriteLock myTablesLock;
+    QSharedPointer<const RKHolidayTables> myTables;
+    std::unique_ptr<RKVacationFileCache> myVacations;
+    std::unique_ptr<RKMoonPhaseFile> myMoonPhases;
 };

@@ -37,7 +37,7 @@ RKCalendariumHolidayConfigImpl::RKCalendariumHolidayConfigImpl()
         province = provinces.first();
 }
 
-QSharedDataPointer<RKCalendariumHolidayConfigImpl> RKCalendariumHolidayConfig::nullImpl()
+const QSharedDataPointer<RKCalendariumHolidayConfigImpl>& RKCalendariumHolidayConfig::nullImpl()
 {
     static const QSharedDataPointer<RKCalendariumHolidayConfigImpl> shared(new RKCalendariumHolidayConfigImpl());
     return shared;
@@ -50,17 +50,21 @@ RKCalendariumHolidayConfig::RKCalendariumHolidayConfig()
 
 const RKCalendariumHolidayConfigImpl& RKCalendariumHolidayConfig::impl() const
 {
-    if (d)
-        return *d.constData();
     // Only a moved-from value has no state; it reads like a default one.
-    static const QSharedDataPointer<RKCalendariumHolidayConfigImpl> fallback = nullImpl();
-    return *fallback.constData();
+    return d ? *d.constData() : *nullImpl().constData();
+}
+
+RKCalendariumHolidayConfigImpl& RKCalendariumHolidayConfig::writableImpl()
+{
+    if (!d)
+        d = nullImpl();
+    return *d; // detaches from the shared state
 }
 
 RKCalendariumHolidayConfig RKCalendariumHolidayConfig::withEverythingEnabled(const RKCalendariumHolidayConfig& base)
 {
     RKCalendariumHolidayConfig result(base);
-    result.setFeatures(RKCalendariumFeatures(static_cast<RKCalendariumFeaturesEnum>(125)));
+    result.setFeatures(RKCalendariumFeatures(RKCalendariumFeaturesEverything));
     return result;
 }
 
@@ -73,9 +77,7 @@ void RKCalendariumHolidayConfig::setProvince(const QString& province)
 {
     if (province.isEmpty())
         return;
-    if (!d)
-        d = nullImpl();
-    d->province = province;
+    writableImpl().province = province;
 }
 
 RKLocale RKCalendariumHolidayConfig::language() const
@@ -85,9 +87,7 @@ RKLocale RKCalendariumHolidayConfig::language() const
 
 void RKCalendariumHolidayConfig::setLanguage(const RKLocale& language)
 {
-    if (!d)
-        d = nullImpl();
-    d->language = language;
+    writableImpl().language = language;
 }
 
 RKProvinceSpecification RKCalendariumHolidayConfig::provinceSpecification() const
@@ -102,28 +102,23 @@ RKCalendariumFeatures RKCalendariumHolidayConfig::features() const
 
 void RKCalendariumHolidayConfig::setFeatures(const RKCalendariumFeatures& features)
 {
-    if (!d)
-        d = nullImpl();
-    d->features = features;
+    writableImpl().features = features;
 }
 
 bool RKCalendariumHolidayConfig::setFeature(const RKCalendariumFeatures& feature, bool on)
 {
-    if (!d)
-        d = nullImpl();
-    const int before = impl().features.toInt();
+    RKCalendariumFeatures& features = writableImpl().features;
+    const int before = features.toInt();
     if (on)
-        d->features.expandTo(feature);
+        features.expandTo(feature);
     else
-        d->features.exclude(feature);
-    return d->features.toInt() != before;
+        features.exclude(feature);
+    return features.toInt() != before;
 }
 
 void RKCalendariumHolidayConfig::removeFeatures(const RKCalendariumFeatures& features)
 {
-    if (!d)
-        d = nullImpl();
-    d->features.exclude(features);
+    writableImpl().features.exclude(features);
 }
 
 bool RKCalendariumHolidayConfig::hasFeatures(const RKCalendariumFeatures& features) const

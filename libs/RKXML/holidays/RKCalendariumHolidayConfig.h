@@ -43,7 +43,7 @@ public:
     RKCalendariumHolidayConfig& operator=(RKCalendariumHolidayConfig&& other) noexcept = default;
     virtual ~RKCalendariumHolidayConfig() = default;
 
-    /// A copy of `base` with every feature except holiday_colors (value 125).
+    /// A copy of `base` with RKCalendariumFeaturesEverything: every feature except holiday_colors.
     static RKCalendariumHolidayConfig withEverythingEnabled(const RKCalendariumHolidayConfig& base);
 
     QString province() const;
@@ -74,8 +74,12 @@ public:
     bool sharesStateWith(const RKCalendariumHolidayConfig& other) const { return d == other.d; }
 
 private:
-    static QSharedDataPointer<RKCalendariumHolidayConfigImpl> nullImpl();
+    /// The state that default-constructed values share, made on first use.
+    static const QSharedDataPointer<RKCalendariumHolidayConfigImpl>& nullImpl();
+    /// The state to read (the shared default one for a moved-from value).
     const RKCalendariumHolidayConfigImpl& impl() const;
+    /// The state to change: gives a moved-from value state again, then detaches.
+    RKCalendariumHolidayConfigImpl& writableImpl();
 
     QSharedDataPointer<RKCalendariumHolidayConfigImpl> d;
 };

@@ -6,17 +6,16 @@
 #include <RKXMLLoader.h>
 
 #include <QDomDocument>
-#include <QFile>
 
 RKCalendariumHolidayConfigDefault::RKCalendariumHolidayConfigDefault()
 {
     load();
 }
 
-void RKCalendariumHolidayConfigDefault::setDefaultConfig(const RKCalendariumHolidayConfig& config)
+bool RKCalendariumHolidayConfigDefault::setDefaultConfig(const RKCalendariumHolidayConfig& config, RKErrorHistory* history)
 {
     myConfig = config;
-    save();
+    return save(history);
 }
 
 void RKCalendariumHolidayConfigDefault::setFeature(const RKCalendariumFeatures& feature, bool on)
@@ -50,16 +49,13 @@ void RKCalendariumHolidayConfigDefault::load()
         myConfig.removeFeatures(RKCalendariumFeatures(flag));
 }
 
-void RKCalendariumHolidayConfigDefault::save()
+bool RKCalendariumHolidayConfigDefault::save(RKErrorHistory* history)
 {
     QDomDocument document;
     RKXMLBuilder::buildUTF8ProcessingInstructions(document);
     QDomElement root = document.createElement(QStringLiteral("default"));
     document.appendChild(root);
     myConfig.writeToXML(root);
-    QFile out(file().absoluteFilePath());
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return;
-    out.write(document.toByteArray(2));
-    out.close();
+    // Through a temporary file: a failed save leaves the previous file as it was.
+    return RKXMLBuilder::saveUTF8(document, file(), history);
 }

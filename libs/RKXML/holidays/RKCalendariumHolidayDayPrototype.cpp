@@ -5,7 +5,7 @@ RKCalendariumHolidayDayPrototype::RKCalendariumHolidayDayPrototype(
     : myDescription(description)
     , myType(type)
     , myAbstractDate(abstractDate)
-    , myId(-1)
+    , myId(RKCalendariumHolidayDayIdNone)
 {
 }
 

@@ -7,6 +7,11 @@
 
 /// Names one of the days that the holiday calculator computes by rule; -1 means none.
 typedef qint32 RKCalendariumHolidayDayId;
+/// No rule day: the id of the days written out on a date.
+constexpr RKCalendariumHolidayDayId RKCalendariumHolidayDayIdNone = -1;
+/// The rule days are numbered from 1 to 22 (the "id" of a holiday file's "day").
+constexpr RKCalendariumHolidayDayId RKCalendariumHolidayDayIdFirst = 1;
+constexpr RKCalendariumHolidayDayId RKCalendariumHolidayDayIdLast = 22;
 
 /**
  * How one named day of one region is marked, as read from a holiday data file:
@@ -30,5 +35,5 @@ private:
     QString myDescription;
     RKCalendariumHolidayType myType;
     QString myAbstractDate;
-    RKCalendariumHolidayDayId myId = -1;
+    RKCalendariumHolidayDayId myId = RKCalendariumHolidayDayIdNone;
 };

@@ -5,21 +5,26 @@
 
 #include <RKSingleton.h>
 
+#include <QReadWriteLock>
 #include <QSet>
 
 /**
  * The identifiers that are final. Entries are only ever added; nothing is saved.
- * Meant for the GUI thread: it takes no lock of its own.
+ * Safe from any thread: identifiers read from documents on worker threads register
+ * themselves while the GUI thread asks; a read-write lock guards the set.
  */
 class RKXML_EXPORT RKProjectIdentifierRegistry : public RKSingleton<RKProjectIdentifierRegistry>
 {
     friend class RKSingleton<RKProjectIdentifierRegistry>;
 
 public:
-    void finalize(const RKProjectIdentifier& id) { myFinalized.insert(id); }
-    bool isFinalized(const RKProjectIdentifier& id) const { return myFinalized.contains(id); }
+    /// Adds `id`; adding it again has no further effect.
+    void finalize(const RKProjectIdentifier& id);
+    bool isFinalized(const RKProjectIdentifier& id) const;
 
 private:
     RKProjectIdentifierRegistry() = default;
+
+    mutable QReadWriteLock myLock;
     QSet<RKProjectIdentifier> myFinalized;
 };
