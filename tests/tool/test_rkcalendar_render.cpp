@@ -57,28 +57,29 @@ private slots:
             QSKIP("pdfinfo (poppler-utils) is not installed");
     }
 
-    void yearPdf_data()
+    void pdfPages_data()
     {
-        QTest::addColumn<QString>("extra");
+        QTest::addColumn<QString>("pages");
+        QTest::addColumn<int>("count");
         QTest::addColumn<QString>("size");
-        QTest::newRow("A4") << QString() << QStringLiteral("595x842");
+        QTest::newRow("year") << QStringLiteral("--year 2027") << 13 << QStringLiteral("595x842");
         // 3 mm bleed on each side: 2 x 8.5 points more.
-        QTest::newRow("bleed") << QStringLiteral("--bleed 3") << QStringLiteral("612x859");
-        QTest::newRow("Letter") << QStringLiteral("--paper Letter") << QStringLiteral("612x792");
+        QTest::newRow("bleed") << QStringLiteral("--month 2027-03 --bleed 3") << 1 << QStringLiteral("612x859");
+        QTest::newRow("Letter") << QStringLiteral("--month 2027-03 --paper Letter") << 1 << QStringLiteral("612x792");
     }
 
-    void yearPdf()
+    void pdfPages()
     {
-        QFETCH(QString, extra);
+        QFETCH(QString, pages);
+        QFETCH(int, count);
         QFETCH(QString, size);
         QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("year.pdf"));
-        const RKToolResult result = runRkcalendar(commandWords(QStringLiteral("render --year 2027 --locale de_DE "
-                                                                              "--province BY --quiet -o ")
-                                                      + path + QLatin1Char(' ') + extra));
+        const QString path = dir.filePath(QStringLiteral("cal.pdf"));
+        const RKToolResult result = runRkcalendar(
+            commandWords(QStringLiteral("render --locale de_DE --province BY --quiet -o ") + path + QLatin1Char(' ') + pages));
         QCOMPARE(result.exitCode, 0);
         QCOMPARE(result.lines(), QStringList{path});
-        QCOMPARE(pdfPageSizes(path), QVector<QString>(13, size).toList());
+        QCOMPARE(pdfPageSizes(path), QVector<QString>(count, size).toList());
     }
 
     void monthPng()
