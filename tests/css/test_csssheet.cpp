@@ -1,6 +1,8 @@
 #include "RKTestSupport.h"
 
 #include <RKCssSheet.h>
+#include <RKCssSheetCache.h>
+#include <RKSingleton.h>
 #include <RKCssSheetParser.h>
 #include <RKCssSheetTitleIdMap.h>
 #include <RKDirectoryConfig.h>
@@ -44,6 +46,8 @@ private slots:
     void sheetFromInstruction();
     void readCss();
     void readCssFailures();
+    void badBytesCostOnlyThemselves_data();
+    void badBytesCostOnlyThemselves();
 
     void evaluateStyleSheet_data();
     void evaluateStyleSheet();
@@ -121,6 +125,37 @@ void TestCssSheet::readCss()
     QVERIFY(decoded.startsWith(QStringLiteral(".f { content: \"Gr")));
     QVERIFY(decoded.contains(QChar(QChar::ReplacementCharacter)));
     QVERIFY(decoded.endsWith(QStringLiteral("e\"; }\n")));
+}
+
+void TestCssSheet::badBytesCostOnlyThemselves_data()
+{
+    QTest::addColumn<QByteArray>("bad");
+    QTest::newRow("NUL") << QByteArray(1, '\0');
+    QTest::newRow("stray continuation byte") << QByteArray("\x80");
+    QTest::newRow("overlong slash") << QByteArray("\xC0\xAF");
+    QTest::newRow("encoded surrogate") << QByteArray("\xED\xA0\x80");
+    QTest::newRow("invalid lead byte") << QByteArray("\xFF");
+}
+
+void TestCssSheet::badBytesCostOnlyThemselves()
+{
+    QFETCH(QByteArray, bad);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("bad.css"));
+    const QByteArray before(".a { fill: red; }\n");
+    const QByteArray after(".b { fill: blue; }\n.c { stroke: \xC3\xBC; }");
+    writeFile(path, before + bad + after);
+    const RKCssSheet sheet{QFileInfo(path)};
+    const QString css = sheet.readCssFromFile();
+    QVERIFY2(css.startsWith(QString::fromUtf8(before)), qPrintable(css));
+    QVERIFY2(css.endsWith(QString::fromUtf8(after)), qPrintable(css));
+    QVERIFY(!css.contains(QChar(0)));
+    QVERIFY(css.size() <= before.size() + bad.size() + after.size());
+    QCOMPARE(RKSingleton<RKCssSheetCache>::instance().cssString(sheet), css);
+
+    // Cut off at the end: the rules before it are kept.
+    writeFile(path, before + "\xE2\x82");
+    QVERIFY(RKCssSheet(QFileInfo(path)).readCssFromFile().startsWith(QString::fromUtf8(before)));
 }
 
 void TestCssSheet::readCssFailures()

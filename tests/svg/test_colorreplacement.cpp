@@ -84,7 +84,8 @@ private slots:
     void applyAttributes();
     void applyStyle();
     void applyWalksWholeTree();
-    void extract();
+    void extractAndApplyLookAtTheSamePlaces_data();
+    void extractAndApplyLookAtTheSamePlaces();
     void identityTableChangesNothing();
     void xmlRoundTrip_data();
     void xmlRoundTrip();
@@ -188,23 +189,51 @@ void TestColorReplacement::applyWalksWholeTree()
     QCOMPARE(byId(document, "s49").attribute("style"), QStringLiteral("fill:#00ff00"));
 }
 
-void TestColorReplacement::extract()
+void TestColorReplacement::extractAndApplyLookAtTheSamePlaces_data()
 {
-    RKColorReplacementInstructions instructions;
-    instructions.extract(parse(QStringLiteral(
+    QTest::addColumn<QString>("svg");
+    QTest::addColumn<int>("colors");
+    QTest::newRow("fill, stroke, style; other attributes and short forms ignored") << QStringLiteral(
         "<svg fill=\"#FF0000\"><g stroke=\"#00ff00\"><rect style=\"fill:#0000FF;stop-color:#123456\" opacity=\"#abcdef\"/>"
-        "<rect fill=\"red\" stroke=\"#abc\"/></g></svg>")));
-    QCOMPARE(instructions.size(), 4);
-    const QMap<quint32, QColor> found = instructions.replacements();
-    for (const char* name : { "#ff0000", "#00ff00", "#0000ff", "#123456" })
-        QCOMPARE(found.value(QColor(name).rgba()), QColor(name));
-    QVERIFY(!instructions.containsReplacements());
+        "<rect fill=\"red\" stroke=\"#abc\"/></g></svg>") << 4;
+    QTest::newRow("keywords only") << QStringLiteral("<svg fill=\"red\"><rect style=\"fill:red\"/></svg>") << 0;
+    QTest::newRow("color property (currentColor)") << QStringLiteral("<svg><g style=\"color:#000000;fill:currentColor\"/></svg>") << 1;
+    QTest::newRow("property name in upper case") << QStringLiteral("<svg><g style=\"FILL:#102030\"/></svg>") << 1;
+    QTest::newRow("stop-color and fill together") << QStringLiteral("<svg><g style=\"stop-color:#ff0000;fill:#00ff00\" stroke=\"#0000FF\"/></svg>") << 3;
+    QTest::newRow("not a colour property") << QStringLiteral("<svg><g style=\"font-family:#abcdef;-inkscape-x:#123456\"/></svg>") << 0;
+    QTest::newRow("upper-case attribute colour") << QStringLiteral("<svg><g fill=\"#FFFFFF\"/></svg>") << 1;
+}
 
-    RKColorReplacementInstructions keywords;
-    keywords.extract(parse(QStringLiteral("<svg fill=\"red\"><rect style=\"fill:red\"/></svg>")));
-    QCOMPARE(keywords.size(), 0);
-    keywords.extract(QDomDocument());
-    QCOMPARE(keywords.size(), 0);
+void TestColorReplacement::extractAndApplyLookAtTheSamePlaces()
+{
+    QFETCH(QString, svg);
+    QFETCH(int, colors);
+    QDomDocument document = parse(svg);
+    RKColorReplacementInstructions found;
+    found.extract(document);
+    QCOMPARE(found.size(), colors);
+    QVERIFY(!found.containsReplacements());
+    RKColorReplacementInstructions swap;
+    QSet<quint32> targets;
+    for (quint32 argb : found.replacements().keys()) {
+        const quint32 inverse = ~argb | 0xff000000u;
+        targets.insert(inverse);
+        // Given with 12 bits per channel ("ab" as "aba"): stored, written and matched as 8 bits.
+        const QString name = QColor::fromRgba(inverse).name();
+        QString twelveBits = QStringLiteral("#");
+        for (int i = 1; i < 7; i += 2)
+            twelveBits += name.mid(i, 2) + name.at(i);
+        swap.insert(QColor::fromRgba(argb), QColor(twelveBits));
+    }
+    swap.apply(document);
+    RKColorReplacementInstructions after;
+    after.extract(document);
+    const QList<quint32> keys = after.replacements().keys();
+    QCOMPARE(QSet<quint32>(keys.begin(), keys.end()), targets);
+    QDomDocument written;
+    QDomElement root = written.createElement(QStringLiteral("r"));
+    swap.toXML(root, true);
+    QVERIFY(RKColorReplacementInstructions::fromXML(root).matches(swap));
 }
 
 void TestColorReplacement::identityTableChangesNothing()

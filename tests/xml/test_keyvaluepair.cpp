@@ -176,6 +176,16 @@ private Q_SLOTS:
         list.sort();
         QCOMPARE(back, list);
         QVERIFY(RKKeyValuePairList::fromXML(QDomElement()).isEmpty());
+
+        // Characters XML cannot hold are stored as U+FFFD: the element writes and reads back.
+        RKKeyValuePairList bad;
+        bad.setValue(QStringLiteral("k"), QStringLiteral("a") + QChar(0) + QChar(0xDC00) + QStringLiteral("b"));
+        QDomElement badElement = document.createElement(QStringLiteral("bad"));
+        document.documentElement().appendChild(badElement);
+        QTest::ignoreMessage(QtWarningMsg, "Characters that XML cannot hold were written as U+FFFD.");
+        bad.toXml(badElement);
+        QCOMPARE(badElement.attribute(QStringLiteral("k")), QStringLiteral("a\uFFFD\uFFFDb"));
+        QVERIFY(reread.setContent(document.toString()));
     }
 };
 

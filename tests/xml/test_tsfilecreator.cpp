@@ -113,6 +113,41 @@ private Q_SLOTS:
         QCOMPARE(after.mid(end), before.mid(end));
     }
 
+    void charactersXmlCannotHoldReadBack()
+    {
+        // U+FFFE, a control character and a lone surrogate must not make the file unreadable.
+        const Table additions = {
+            {QStringLiteral("plain"), QStringLiteral("einfach")},
+            {QStringLiteral("bad") + QChar(0xFFFE), QStringLiteral("x") + QChar(0x01)},
+            {QStringLiteral("half") + QChar(0xD800), QStringLiteral("y")},
+        };
+        RKTSFileCreator creator;
+        const QFileInfo target = file(QStringLiteral("bad.ts"));
+        QTest::ignoreMessage(QtWarningMsg, "Characters that XML cannot hold were written as U+FFFD.");
+        QVERIFY(creator.merge(target, additions));
+        const Table read = creator.readTranslations(target);
+        QCOMPARE(read.size(), 3);
+        QCOMPARE(read.value(QStringLiteral("bad") + QChar(0xFFFD)), QStringLiteral("x") + QChar(0xFFFD));
+        QCOMPARE(read.value(QStringLiteral("half") + QChar(0xFFFD)), QStringLiteral("y"));
+        // A later merge adds to the file instead of writing into an unreadable one.
+        QVERIFY(creator.merge(target, {{QStringLiteral("more"), QStringLiteral("mehr")}}));
+        QCOMPARE(creator.readTranslations(target).size(), 4);
+    }
+
+    void saveFailuresLeaveFilesAlone()
+    {
+        RKTSFileCreator creator;
+        // A directory in the file's place: nothing written, the directory stays.
+        const QFileInfo directory = file(QStringLiteral("dir.ts"));
+        QVERIFY(QDir().mkpath(directory.absoluteFilePath()));
+        QVERIFY(creator.merge(directory, {{QStringLiteral("a"), QStringLiteral("b")}}));
+        QVERIFY(directory.isDir());
+        // A file inside a missing directory cannot be opened: nothing is written, nothing crashes.
+        const QFileInfo unreachable = file(QStringLiteral("missing/dir/x.ts"));
+        creator.save(unreachable, {{QStringLiteral("a"), QStringLiteral("b")}});
+        QVERIFY(!QFileInfo::exists(unreachable.absoluteFilePath()));
+    }
+
     void missingAndBrokenFiles()
     {
         RKTSFileCreator creator;
@@ -122,10 +157,6 @@ private Q_SLOTS:
         QVERIFY(creator.readTranslations(file(QStringLiteral("broken.ts"))).isEmpty());
         writeFile(file(QStringLiteral("nocontext.ts")).absoluteFilePath(), "<TS><message><source>a</source><translation>b</translation></message></TS>");
         QVERIFY(creator.readTranslations(file(QStringLiteral("nocontext.ts"))).isEmpty());
-        // A file inside a missing directory cannot be opened: nothing is written, nothing crashes.
-        const QFileInfo unreachable = file(QStringLiteral("missing/dir/x.ts"));
-        creator.save(unreachable, {{QStringLiteral("a"), QStringLiteral("b")}});
-        QVERIFY(!QFileInfo::exists(unreachable.absoluteFilePath()));
     }
 };
 

@@ -8,6 +8,8 @@
 #include <QBuffer>
 #include <QSignalSpy>
 
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -379,6 +381,77 @@ private Q_SLOTS:
         QFile fullAgain(QStringLiteral("/dev/full"));
         QVERIFY(!RKXMLBuilder::tryToSaveToTempFile(sampleDocument(), &fullAgain, &small));
         QVERIFY(small.contains(RKErrorEvent::SavingFailed));
+    }
+
+    void faultFileSizeLimit_data()
+    {
+        QTest::addColumn<int>("limit");
+        QTest::newRow("4 KiB") << 4096;
+        QTest::newRow("64 KiB") << 65536;
+        QTest::newRow("300 KB") << 300000;
+    }
+    void faultFileSizeLimit()
+    {
+        // The disk fills up part way through a 1 MB document: the cut-short temporary file still
+        // looks like XML (it ends in "/>"), but the save must fail and leave target and backup alone.
+        QFETCH(int, limit);
+        QDomDocument document = sampleDocument();
+        QDomElement root = document.documentElement();
+        while (RKXMLBuilder::toString(document, 4).size() < 1000000) {
+            for (int i = 0; i < 1000; ++i)
+                RKXMLBuilder::buildDomElement(root, QStringLiteral("row"), QStringLiteral("n"), QStringLiteral("payload %1").arg(i));
+        }
+        const QString target = path(QStringLiteral("big.xml"));
+        writeFile(target, "<previous>ok</previous>");
+        writeFile(target + QStringLiteral("~"), "<backup/>");
+        const pid_t child = ::fork();
+        QVERIFY(child >= 0);
+        if (child == 0) {
+            ::signal(SIGXFSZ, SIG_IGN);
+            const rlimit size = { rlim_t(limit), rlim_t(limit) };
+            if (::setrlimit(RLIMIT_FSIZE, &size) != 0)
+                ::_exit(3);
+            RKErrorHistory history;
+            if (RKXMLBuilder::saveUTF8(document, QFileInfo(target), &history))
+                ::_exit(1);
+            ::_exit(history.contains(RKErrorEvent::SavingFailed) ? 0 : 2);
+        }
+        int status = 0;
+        QCOMPARE(::waitpid(child, &status, 0), child);
+        QVERIFY(WIFEXITED(status));
+        QCOMPARE(WEXITSTATUS(status), 0);
+        QCOMPARE(readFile(target), QByteArray("<previous>ok</previous>"));
+        QCOMPARE(readFile(target + QStringLiteral("~")), QByteArray("<backup/>"));
+        QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
+    }
+
+    void charactersXmlCannotHold_data()
+    {
+        QTest::addColumn<QString>("xml");
+        QTest::addColumn<QString>("comment");
+        QTest::newRow("control character in text") << QStringLiteral("<r>a\x01" "after</r>") << QString();
+        QTest::newRow("reference to U+0001") << QStringLiteral("<r>a&#1;after</r>") << QString();
+        QTest::newRow("reference to U+FFFE") << QStringLiteral("<r t=\"&#xFFFE;\">after</r>") << QString();
+        QTest::newRow("unpaired surrogate in attribute") << QStringLiteral("<r t=\"x&#xD800;y\">after</r>") << QString();
+        QTest::newRow("NUL in comment") << QStringLiteral("<r/>") << QStringLiteral("a") + QChar(0) + QStringLiteral("b");
+        QTest::newRow("reference to U+FFFF") << QStringLiteral("<r>x&#xFFFF;after</r>") << QString();
+    }
+    void charactersXmlCannotHold()
+    {
+        QFETCH(QString, xml);
+        QFETCH(QString, comment);
+        QDomDocument document;
+        QVERIFY(document.setContent(xml));
+        if (!comment.isEmpty())
+            document.documentElement().appendChild(document.createComment(comment));
+        QTest::ignoreMessage(QtWarningMsg, "Characters that XML cannot hold were written as U+FFFD.");
+        const QString first = RKXMLBuilder::toString(document, 2);
+        // Written whole: the text after the bad character, and the closing tag.
+        QVERIFY2(first.contains(QStringLiteral("after</r>")) || first.contains(QStringLiteral("b-->\n</r>")), qPrintable(first));
+        QVERIFY(first.contains(QChar(0xFFFD)));
+        QDomDocument reread;
+        QVERIFY(reread.setContent(first));
+        QCOMPARE(RKXMLBuilder::toString(reread, 2), first);
     }
 
     void faultUnopenableTarget_data()

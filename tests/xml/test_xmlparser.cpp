@@ -279,6 +279,24 @@ private Q_SLOTS:
         QCOMPARE(RKXMLParser::readRectF(b.attributes()), QRectF(6.5, 20.25, 4, 8));
     }
 
+    void readRectAbsurdValues_data()
+    {
+        QTest::addColumn<QString>("attributes");
+        QTest::addColumn<QRect>("expected");
+        const int limit = (1 << 30) - 1;
+        QTest::newRow("left at INT_MAX, width 3") << QStringLiteral("left=\"2147483647\" width=\"3\" top=\"0\" height=\"1\"") << QRect(limit, 0, 0, 1);
+        QTest::newRow("x at INT_MIN, width -1") << QStringLiteral("x=\"-2147483648\" width=\"-1\" y=\"0\" height=\"1\"") << QRect(-limit, 0, 0, 1);
+        QTest::newRow("x at INT_MIN, width 10") << QStringLiteral("x=\"-2147483648\" width=\"10\" y=\"0\" height=\"1\"") << QRect(-limit, 0, 0, 1);
+        QTest::newRow("wrapped width") << QStringLiteral("left=\"-2147483648\" right=\"2147483647\" top=\"-5\" bottom=\"-2147483648\"") << QRect(-limit, -limit, 0, limit - 5);
+        QTest::newRow("inside the bound, flipped") << QStringLiteral("left=\"1073741824\" width=\"-1073741824\" top=\"0\" height=\"1\"") << QRect(0, 0, limit, 1);
+    }
+    void readRectAbsurdValues()
+    {
+        QFETCH(QString, attributes);
+        QFETCH(QRect, expected);
+        QCOMPARE(RKXMLParser::readRect(attrs(attributes)), expected);
+    }
+
     void alignmentWords_data()
     {
         QTest::addColumn<QString>("words");

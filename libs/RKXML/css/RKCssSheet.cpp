@@ -11,6 +11,16 @@ const QString str_CSS_SUFFIX = QStringLiteral(".css");
 const QString str_STRANGE_FONT = QStringLiteral("font-family: Function-Light");
 const QString str_FONT_REPLACEMENT = QStringLiteral("font-family: 'Arial Narrow','Times New Roman'");
 
+// Invalid UTF-8 (stray bytes, overlong forms, encoded surrogates, a cut-off sequence) costs
+// only the bad characters, each becoming U+FFFD; so does a NUL, which would otherwise end
+// the text for every later consumer that reads it as a C string.
+QString decodeCss(const QByteArray& bytes)
+{
+    QString css = QString::fromUtf8(bytes.constData(), bytes.size());
+    css.replace(QChar(0), QChar(0xFFFD));
+    return css;
+}
+
 QString absoluteCleanPath(const QFileInfo& file)
 {
     return file.filePath().isEmpty() ? QString() : QDir::cleanPath(file.absoluteFilePath());
@@ -54,8 +64,9 @@ QString RKCssSheet::readCssFromFile() const
         qWarning().noquote() << QStringLiteral("-- unable to open file: ") + myAbsolutePath;
         return QLatin1String("");
     }
-    QString css = QString::fromUtf8(file.readAll());
+    const QByteArray bytes = file.readAll();
     file.close();
+    QString css = decodeCss(bytes);
     patchStrangeFonts(&css);
     return css;
 }

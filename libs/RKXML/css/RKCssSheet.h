@@ -30,9 +30,10 @@ public:
     QString id() const;
 
     /**
-     * The file's text, read as UTF-8 (invalid bytes become U+FFFD), with patchStrangeFonts()
-     * applied. A path not ending in ".css" gives a null string without touching the disk; a
-     * file that cannot be opened gives an empty string and a warning. Reads the whole file.
+     * The file's text, read as UTF-8, with patchStrangeFonts() applied. Invalid UTF-8 and NUL
+     * bytes become U+FFFD; the rest of the sheet is kept whole. A path not ending in ".css"
+     * gives a null string without touching the disk; a file that cannot be opened gives an
+     * empty string and a warning. Reads the whole file.
      */
     QString readCssFromFile() const;
     /// Substitutes a font that print output lacks by fonts that exist everywhere.

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 
+// The colours found; the scan below is hand-written but finds exactly these matches.
 const QRegularExpression RKColorReplacementInstructions::myColorCatcherRegExp(QStringLiteral("(#[0-9a-fA-F]{6})"));
 const QString RKColorReplacementInstructions::GROUP_NODE_NAME = QStringLiteral("colors");
 const QString RKColorReplacementInstructions::ITEM_NODE_NAME = QStringLiteral("color");
@@ -19,40 +20,85 @@ const QString RKColorReplacementInstructions::TARGET_ATTRIBUTE_NAME = QStringLit
 namespace {
 const QString str_FILL = QStringLiteral("fill");
 const QString str_STROKE = QStringLiteral("stroke");
+const QString str_COLOR = QStringLiteral("color");
 const QString str_STYLE = QStringLiteral("style");
 const QString str_COLOR_SUFFIX = QStringLiteral("-color");
 const QString str_OPACITY_SUFFIX = QStringLiteral("-opacity");
 
+// ---- the one style parser: "property:value;..." into trimmed views of the style text.
+// A declaration without ":" is skipped.
 struct Declaration
 {
-    QString property;
-    QString value;
+    QStringRef property;
+    QStringRef value;
 };
+using DeclarationList = QVarLengthArray<Declaration, 16>;
 
-QVector<Declaration> splitStyle(const QString& style)
+DeclarationList parseStyle(const QString& style)
 {
-    QVector<Declaration> declarations;
-    const QVector<QStringRef> pieces = style.splitRef(QLatin1Char(';'), Qt::SkipEmptyParts);
-    declarations.reserve(pieces.size());
-    for (const QStringRef& part : pieces) {
-        const int colon = part.indexOf(QLatin1Char(':'));
-        if (colon < 0)
-            continue;
-        declarations.append({ part.left(colon).trimmed().toString(), part.mid(colon + 1).trimmed().toString() });
+    DeclarationList declarations;
+    for (int start = 0; start < style.size();) {
+        int end = style.indexOf(QLatin1Char(';'), start);
+        if (end < 0)
+            end = style.size();
+        const QStringRef declaration = style.midRef(start, end - start);
+        start = end + 1;
+        const int colon = declaration.indexOf(QLatin1Char(':'));
+        if (colon >= 0)
+            declarations.append({ declaration.left(colon).trimmed(), declaration.mid(colon + 1).trimmed() });
     }
     return declarations;
 }
 
+// The style properties whose colours are found and replaced ("color" is what currentColor uses).
 bool isColorProperty(const QStringRef& property)
 {
-    return property == str_FILL || property == str_STROKE || property.endsWith(str_COLOR_SUFFIX);
+    return property.compare(str_FILL, Qt::CaseInsensitive) == 0 || property.compare(str_STROKE, Qt::CaseInsensitive) == 0
+        || property.compare(str_COLOR, Qt::CaseInsensitive) == 0 || property.endsWith(str_COLOR_SUFFIX, Qt::CaseInsensitive);
 }
 
 QString opacityProperty(const QStringRef& property)
 {
-    if (property.endsWith(str_COLOR_SUFFIX))
+    if (property.endsWith(str_COLOR_SUFFIX, Qt::CaseInsensitive))
         return property.left(property.size() - str_COLOR_SUFFIX.size()).toString() + str_OPACITY_SUFFIX;
     return property.toString() + str_OPACITY_SUFFIX;
+}
+
+// ---- the one colour scan: exactly the matches of myColorCatcherRegExp, without its cost.
+int hexDigit(QChar c)
+{
+    const ushort u = c.unicode();
+    if (u >= '0' && u <= '9')
+        return u - '0';
+    const ushort lower = u | 0x20;
+    if (lower >= 'a' && lower <= 'f')
+        return lower - 'a' + 10;
+    return -1;
+}
+
+// Calls visit(position, rgb) for every "#" followed by six hexadecimal digits in `value`.
+// Like the regular expression's global match, a found colour is skipped over whole.
+template <class Visit>
+void forEachHexColor(const QStringRef& value, Visit visit)
+{
+    const QChar* data = value.constData();
+    const int size = value.size();
+    for (int at = 0; at + 6 < size; ++at) {
+        if (data[at].unicode() != '#')
+            continue;
+        quint32 rgb = 0;
+        int k = 1;
+        for (; k <= 6; ++k) {
+            const int digit = hexDigit(data[at + k]);
+            if (digit < 0)
+                break;
+            rgb = (rgb << 4) | quint32(digit);
+        }
+        if (k > 6) {
+            visit(at, rgb);
+            at += 6;
+        }
+    }
 }
 
 // Visits `root` and its descendant elements in document order, without recursion
@@ -74,13 +120,12 @@ void walkElements(Element root, Visit visit)
 }
 }
 
-// The table prepared for applying, built once per apply(): the colour texts, and
-// for each "#rrggbb" the first entry (in key order) whose source has that name.
+// The table prepared for applying, built once per apply(): for each entry in key order the
+// target's text and, for a translucent target, its opacity.
 struct RKColorReplacementInstructions::RuleSet
 {
     struct Rule
     {
-        QString source;
         QString target;
         QString opacity; // empty when the target is opaque
         quint32 sourceRgb;
@@ -88,8 +133,34 @@ struct RKColorReplacementInstructions::RuleSet
     QVector<Rule> rules;
     QVector<quint32> ruleRgb; // sourceRgb of each rule, searched linearly: tables are small
 
-    // Index of the first rule with this source colour, or -1.
-    int indexOf(quint32 rgb) const { return ruleRgb.indexOf(rgb); }
+    // Applies the first rule (in key order) whose source occurs in `value`: every occurrence
+    // of it, in any case, becomes the target; both are seven characters, so this is done in
+    // place. Returns that rule or null; `*changed` tells whether a character differs.
+    const Rule* replaceFirstMatch(QString* value, bool* changed) const
+    {
+        QVarLengthArray<QPair<int, quint32>, 8> found;
+        int best = -1;
+        forEachHexColor(QStringRef(value), [this, &best, &found](int at, quint32 rgb) {
+            const int index = ruleRgb.indexOf(rgb);
+            if (index >= 0 && (best < 0 || index < best))
+                best = index;
+            found.append(qMakePair(at, rgb));
+        });
+        if (best < 0)
+            return nullptr;
+        const Rule& rule = rules.at(best);
+        for (const auto& color : found) {
+            if (color.second != rule.sourceRgb)
+                continue;
+            for (int k = 0; k < rule.target.size(); ++k) {
+                if (value->at(color.first + k) != rule.target.at(k)) {
+                    (*value)[color.first + k] = rule.target.at(k);
+                    *changed = true;
+                }
+            }
+        }
+        return &rule;
+    }
 };
 
 RKColorReplacementInstructions::RuleSet RKColorReplacementInstructions::rules() const
@@ -102,139 +173,9 @@ RKColorReplacementInstructions::RuleSet RKColorReplacementInstructions::rules() 
         const QString opacity = target.alpha() <= 254 ? QString::number(target.alpha() / 255.0, 'g', 6) : QString();
         const quint32 rgb = it.key() & 0xffffffu;
         prepared.ruleRgb.append(rgb);
-        prepared.rules.append({ QColor::fromRgba(it.key()).name(), target.name(), opacity, rgb });
+        prepared.rules.append({ target.name(), opacity, rgb });
     }
     return prepared;
-}
-
-namespace {
-int hexDigit(QChar c)
-{
-    const ushort u = c.unicode();
-    if (u >= '0' && u <= '9')
-        return u - '0';
-    const ushort lower = u | 0x20;
-    if (lower >= 'a' && lower <= 'f')
-        return lower - 'a' + 10;
-    return -1;
-}
-
-// Calls visit(position, rgb) for every "#" followed by six hexadecimal digits in `value`
-// between `from` and `to` (exclusive).
-template <class Visit>
-void forEachHexColor(const QString& value, int from, int to, Visit visit)
-{
-    // A plain loop: attribute values are short, and QString::indexOf costs more than it saves here.
-    const QChar* data = value.constData();
-    for (int at = from; at + 6 < to; ++at) {
-        if (data[at].unicode() != '#')
-            continue;
-        quint32 rgb = 0;
-        int k = 1;
-        for (; k <= 6; ++k) {
-            const int digit = hexDigit(data[at + k]);
-            if (digit < 0)
-                break;
-            rgb = (rgb << 4) | quint32(digit);
-        }
-        if (k > 6)
-            visit(at, rgb);
-    }
-}
-
-// Colours found in one value: position of the "#" and the colour.
-using HexColorList = QVarLengthArray<QPair<int, quint32>, 8>;
-
-// Index of the first rule (in key order) whose source name occurs in `value`, or -1;
-// `found` receives every six-digit colour of the value. Same result as searching each
-// source name in turn, ignoring case, but one pass over the value.
-template <class RuleSet>
-int firstRuleIn(const QString& value, int from, int to, const RuleSet& set, HexColorList* found)
-{
-    int best = -1;
-    forEachHexColor(value, from, to, [&set, &best, found](int at, quint32 rgb) {
-        const int index = set.indexOf(rgb);
-        if (index >= 0 && (best < 0 || index < best))
-            best = index;
-        found->append(qMakePair(at, rgb));
-    });
-    return best;
-}
-
-template <class RuleSet>
-bool containsRule(const QString& value, const RuleSet& set)
-{
-    HexColorList found;
-    return firstRuleIn(value, 0, value.size(), set, &found) >= 0;
-}
-
-// Applies the first rule whose source occurs in `value`: every occurrence of the source,
-// in any case, becomes the target. Both are seven characters, so this is done in place.
-// Returns that rule, or null; `*changed` tells whether a character differs. Only the
-// part of `value` between `from` and `to` (exclusive) is looked at.
-template <class RuleSet>
-const typename RuleSet::Rule* replaceFirstMatch(QString* value, int from, int to, const RuleSet& set, bool* changed)
-{
-    HexColorList found;
-    const int index = firstRuleIn(*value, from, to, set, &found);
-    if (index < 0)
-        return nullptr;
-    const auto& rule = set.rules.at(index);
-    const QChar* target = rule.target.constData();
-    for (const auto& color : found) {
-        if (color.second != rule.sourceRgb)
-            continue;
-        const int at = color.first;
-        for (int k = 0; k < rule.target.size(); ++k) {
-            if (value->at(at + k) != target[k]) {
-                value->data()[at + k] = target[k]; // detaches once, then a plain write
-                *changed = true;
-            }
-        }
-    }
-    return &rule;
-}
-}
-
-namespace {
-// Fast path for a style already written as "property:value;property:value" (no blanks
-// around names and values, no empty declarations): there, replacing the seven
-// characters of a colour in place gives exactly the text that splitting and joining
-// would. Returns false, leaving the element alone, when the style is not in that form
-// or a translucent target needs an opacity declaration.
-template <class RuleSet>
-bool replaceInNormalizedStyle(QDomElement* element, const QString& style, const RuleSet& rules, const QString& styleName)
-{
-    const int size = style.size();
-    if (size == 0 || style.at(size - 1) == QLatin1Char(';'))
-        return false;
-    QString result = style;
-    bool changed = false;
-    for (int start = 0; start < size;) {
-        int end = style.indexOf(QLatin1Char(';'), start);
-        if (end < 0)
-            end = size;
-        const int colon = style.indexOf(QLatin1Char(':'), start);
-        if (colon < 0 || colon >= end || colon == start || style.at(start).isSpace() || style.at(colon - 1).isSpace()
-            || style.at(end - 1).isSpace() || (colon + 1 < end && style.at(colon + 1).isSpace()))
-            return false;
-        if (isColorProperty(style.midRef(start, colon - start))) {
-            const auto* applied = replaceFirstMatch(&result, colon + 1, end, rules, &changed);
-            if (applied && !applied->opacity.isEmpty())
-                return false;
-        }
-        start = end + 1;
-    }
-    if (changed)
-        element->setAttribute(styleName, result);
-    return true;
-}
-}
-
-bool RKColorReplacementInstructions::replaceColorsInNormalizedStyle(QDomElement* element, const QString& style,
-    const RuleSet& rules)
-{
-    return replaceInNormalizedStyle(element, style, rules, str_STYLE);
 }
 
 void RKColorReplacementInstructions::extract(const QDomDocument& document)
@@ -258,11 +199,17 @@ void RKColorReplacementInstructions::extractAttribute(const QDomElement& element
     const QString value = element.attribute(name);
     if (!value.contains(QLatin1Char('#')))
         return;
-    QRegularExpressionMatchIterator it = myColorCatcherRegExp.globalMatch(value);
-    while (it.hasNext()) {
-        QColor color;
-        color.setNamedColor(it.next().captured(1));
+    const auto collect = [this](int, quint32 rgb) {
+        const QColor color = QColor::fromRgb(QRgb(rgb));
         myReplacements.insert(color.rgba(), color);
+    };
+    if (name != str_STYLE) {
+        forEachHexColor(QStringRef(&value), collect);
+        return;
+    }
+    for (const Declaration& declaration : parseStyle(value)) {
+        if (isColorProperty(declaration.property))
+            forEachHexColor(declaration.value, collect);
     }
 }
 
@@ -274,25 +221,7 @@ void RKColorReplacementInstructions::apply(QDomDocument& document) const
     replaceColors(&root, rules());
 }
 
-void RKColorReplacementInstructions::replaceColors(QDomElement* element) const
-{
-    if (element && !myReplacements.isEmpty())
-        replaceColors(element, rules());
-}
-
-void RKColorReplacementInstructions::replaceColorInAttribute(QDomElement* element, const QString& name) const
-{
-    if (element)
-        replaceColorInAttribute(element, name, rules());
-}
-
-void RKColorReplacementInstructions::replaceColorsInStyleAttribute(QDomElement* element) const
-{
-    if (element)
-        replaceColorsInStyleAttribute(element, rules());
-}
-
-void RKColorReplacementInstructions::replaceColors(QDomElement* element, const RuleSet& rules) const
+void RKColorReplacementInstructions::replaceColors(QDomElement* element, const RuleSet& rules)
 {
     if (element->isNull())
         return;
@@ -314,7 +243,7 @@ void RKColorReplacementInstructions::replaceColorInAttribute(QDomElement* elemen
     if (value.isEmpty())
         return;
     bool changed = false;
-    const auto* applied = replaceFirstMatch(&value, 0, value.size(), rules, &changed);
+    const RuleSet::Rule* applied = rules.replaceFirstMatch(&value, &changed);
     if (!applied)
         return;
     if (changed)
@@ -326,41 +255,30 @@ void RKColorReplacementInstructions::replaceColorInAttribute(QDomElement* elemen
 void RKColorReplacementInstructions::replaceColorsInStyleAttribute(QDomElement* element, const RuleSet& rules)
 {
     const QString style = element->attribute(str_STYLE);
-    if (!containsRule(style, rules))
-        return;
-    if (replaceColorsInNormalizedStyle(element, style, rules))
+    if (!style.contains(QLatin1Char('#')))
         return;
 
     // Declarations as views into `style`; only replaced values and added opacities own text.
     struct Part
     {
-        QStringRef property;
-        QStringRef value;
+        Declaration original;
         QString newProperty;
         QString newValue;
         bool replaced;
     };
     QVarLengthArray<Part, 16> pieces;
-    for (int start = 0; start < style.size();) {
-        int end = style.indexOf(QLatin1Char(';'), start);
-        if (end < 0)
-            end = style.size();
-        const QStringRef declaration = style.midRef(start, end - start);
-        start = end + 1;
-        const int colon = declaration.indexOf(QLatin1Char(':'));
-        if (colon >= 0)
-            pieces.append({ declaration.left(colon).trimmed(), declaration.mid(colon + 1).trimmed(), QString(), QString(), false });
-    }
+    for (const Declaration& declaration : parseStyle(style))
+        pieces.append({ declaration, QString(), QString(), false });
 
     bool changed = false;
     // Opacity declarations are appended, so the loop bound is taken before.
     const int count = pieces.size();
     for (int i = 0; i < count; ++i) {
-        if (!isColorProperty(pieces[i].property))
+        if (!isColorProperty(pieces[i].original.property))
             continue;
-        QString value = pieces[i].value.toString();
+        QString value = pieces[i].original.value.toString();
         bool valueChanged = false;
-        const auto* applied = replaceFirstMatch(&value, 0, value.size(), rules, &valueChanged);
+        const RuleSet::Rule* applied = rules.replaceFirstMatch(&value, &valueChanged);
         if (!applied)
             continue;
         changed = true;
@@ -368,15 +286,15 @@ void RKColorReplacementInstructions::replaceColorsInStyleAttribute(QDomElement* 
         pieces[i].replaced = true;
         if (applied->opacity.isEmpty())
             continue;
-        const QString opacityName = opacityProperty(pieces[i].property);
+        const QString opacityName = opacityProperty(pieces[i].original.property);
         auto existing = std::find_if(pieces.begin(), pieces.end(), [&opacityName](const Part& part) {
-            return part.newProperty.isEmpty() ? part.property == opacityName : part.newProperty == opacityName;
+            return part.newProperty.isEmpty() ? part.original.property == opacityName : part.newProperty == opacityName;
         });
         if (existing != pieces.end()) {
             existing->newValue = applied->opacity;
             existing->replaced = true;
         } else {
-            pieces.append({ QStringRef(), QStringRef(), opacityName, applied->opacity, true });
+            pieces.append({ Declaration(), opacityName, applied->opacity, true });
         }
     }
     if (!changed)
@@ -389,14 +307,14 @@ void RKColorReplacementInstructions::replaceColorsInStyleAttribute(QDomElement* 
         if (!rewritten.isEmpty())
             rewritten += QLatin1Char(';');
         if (part.newProperty.isEmpty())
-            rewritten += part.property;
+            rewritten += part.original.property;
         else
             rewritten += part.newProperty;
         rewritten += QLatin1Char(':');
         if (part.replaced)
             rewritten += part.newValue;
         else
-            rewritten += part.value;
+            rewritten += part.original.value;
     }
     if (rewritten != style)
         element->setAttribute(str_STYLE, rewritten);
@@ -405,8 +323,8 @@ void RKColorReplacementInstructions::replaceColorsInStyleAttribute(QDomElement* 
 QHash<QString, QString> RKColorReplacementInstructions::disAssembleStyle(const QString& style) const
 {
     QHash<QString, QString> properties;
-    for (const Declaration& d : splitStyle(style))
-        properties.insert(d.property, d.value);
+    for (const Declaration& d : parseStyle(style))
+        properties.insert(d.property.toString(), d.value.toString());
     return properties;
 }
 
@@ -431,7 +349,7 @@ RKColorReplacementInstructions RKColorReplacementInstructions::fromXML(const QDo
         const QColor source = RKXMLParser::colorAttributeEx(item, SOURCE_ATTRIBUTE_NAME, QColor());
         const QColor target = RKXMLParser::colorAttributeEx(item, TARGET_ATTRIBUTE_NAME, QColor());
         if (source.isValid() && target.isValid())
-            instructions.myReplacements.insert(source.rgba(), target);
+            instructions.insert(source, target);
     }
     return instructions;
 }
@@ -460,8 +378,10 @@ bool RKColorReplacementInstructions::matches(const RKColorReplacementInstruction
 
 void RKColorReplacementInstructions::insert(const QColor& source, const QColor& target)
 {
+    // Kept at 8 bits per channel, as written to XML: a 12- or 16-bit colour ("#rrrgggbbb")
+    // would otherwise not survive toXML() and fromXML(), and the tables would not match.
     if (source.isValid() && target.isValid())
-        myReplacements.insert(source.rgba(), target);
+        myReplacements.insert(source.rgba(), QColor::fromRgba(target.rgba()));
 }
 
 QDebug operator<<(QDebug debug, const RKColorReplacementInstructions& instructions)

@@ -18,11 +18,14 @@ class QDebug;
  * document, edited by the application, saved in project XML and applied to SVG
  * documents. Every walk goes in ascending ARGB order.
  *
- * Only six-digit "#rrggbb" colours in "fill", "stroke" and "style" are found
- * and replaced; colour keywords and three-digit forms are left alone. In
- * "style" the properties "fill", "stroke" and every "*-color" are looked at;
- * a rewritten style keeps its declaration order, joined with ";". A value
- * type; const functions are re-entrant.
+ * Only six-digit "#rrggbb" colours are found and replaced, in the attributes
+ * "fill" and "stroke" and, inside "style", in the properties "fill", "stroke",
+ * "color" (what "currentColor" means) and every "*-color" (property names in
+ * any case); colour keywords and three-digit forms are left alone. extract()
+ * and apply() look at exactly these places. Within one value, the first entry
+ * (in key order) whose source occurs there is replaced, every occurrence of it.
+ * A rewritten style keeps its declaration order, each as "property:value",
+ * joined with ";". A value type; const functions are re-entrant.
  */
 class RKXML_EXPORT RKColorReplacementInstructions
 {
@@ -56,6 +59,7 @@ public:
      */
     bool matches(const RKColorReplacementInstructions& other) const;
 
+    /// Adds or replaces an entry when both colours are valid; the target is kept at 8 bits per channel.
     void insert(const QColor& source, const QColor& target);
     QMap<quint32, QColor> replacements() const { return myReplacements; }
     int size() const { return myReplacements.size(); }
@@ -69,14 +73,9 @@ private:
 
     void extractRecursively(const QDomElement& element);
     void extractAttribute(const QDomElement& element, const QString& name);
-    void replaceColors(QDomElement* element) const;
-    void replaceColorInAttribute(QDomElement* element, const QString& name) const;
-    void replaceColorsInStyleAttribute(QDomElement* element) const;
-
-    void replaceColors(QDomElement* element, const RuleSet& rules) const;
+    static void replaceColors(QDomElement* element, const RuleSet& rules);
     static void replaceColorInAttribute(QDomElement* element, const QString& name, const RuleSet& rules);
     static void replaceColorsInStyleAttribute(QDomElement* element, const RuleSet& rules);
-    static bool replaceColorsInNormalizedStyle(QDomElement* element, const QString& style, const RuleSet& rules);
 
     QMap<quint32, QColor> myReplacements;
 };

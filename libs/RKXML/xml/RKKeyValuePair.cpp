@@ -1,5 +1,7 @@
 #include "RKKeyValuePair.h"
 
+#include "private/RKXmlCharacterFilter.h"
+
 #include <QDebug>
 #include <QDomNamedNodeMap>
 #include <QLocale>
@@ -126,8 +128,9 @@ RKKeyValuePairList RKKeyValuePairList::deserialize(const QString& text)
 
 void RKKeyValuePairList::toXml(QDomElement& element) const
 {
+    RKXmlCharacterFilter filter;
     for (const RKKeyValuePair& pair : myPairs)
-        element.setAttribute(pair.key(), pair.value());
+        element.setAttribute(filter(pair.key()), filter(pair.value()));
 }
 
 RKKeyValuePairList RKKeyValuePairList::fromXML(const QDomElement& element)

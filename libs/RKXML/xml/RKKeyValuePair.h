@@ -78,6 +78,7 @@ public:
     /// Cuts at every unescaped ","; each piece (the last included, even when empty) becomes one pair.
     static RKKeyValuePairList deserialize(const QString& text);
     /// One attribute per pair: the key is the attribute name, so keys must be XML names.
+    /// Characters XML cannot hold are stored as U+FFFD (one warning per call).
     void toXml(QDomElement& element) const;
     static RKKeyValuePairList fromXML(const QDomElement& element);
 

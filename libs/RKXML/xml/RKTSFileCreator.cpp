@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include "private/RKXmlCharacterFilter.h"
+
 QHash<QString, QString> RKTSFileCreator::readTranslations(const QFileInfo& file) const
 {
     QHash<QString, QString> table;
@@ -32,11 +34,13 @@ void RKTSFileCreator::save(const QFileInfo& file, const QHash<QString, QString>&
     QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE TS>\n");
     text += QStringLiteral("<TS version=\"2.1\" language=\"%1\">\n").arg(RKApplicationLocale::instance().languageToCode());
     text += QStringLiteral("<context>\n");
+    // Characters XML cannot hold would make the next read reject the whole file.
+    RKXmlCharacterFilter filter;
     text += QStringLiteral("    <name>Translations</name>\n");
     for (auto it = table.constBegin(); it != table.constEnd(); ++it) {
         text += QStringLiteral("    <message>\n");
-        text += QStringLiteral("        <source>%1</source>\n").arg(it.key().toHtmlEscaped());
-        text += QStringLiteral("        <translation>%1</translation>\n").arg(it.value().toHtmlEscaped());
+        text += QStringLiteral("        <source>%1</source>\n").arg(filter(it.key()).toHtmlEscaped());
+        text += QStringLiteral("        <translation>%1</translation>\n").arg(filter(it.value()).toHtmlEscaped());
         text += QStringLiteral("    </message>\n");
     }
     text += QStringLiteral("</context>\n");

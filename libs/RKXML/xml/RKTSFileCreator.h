@@ -26,7 +26,8 @@ public:
     /**
      * Writes the table in a fixed layout, in the hash's iteration order. The file is not
      * truncated: when it was longer than the new text, its old tail stays after the new text.
-     * A file that cannot be opened is left alone without a report.
+     * A file that cannot be opened is left alone without a report. Characters XML cannot hold
+     * are written as U+FFFD (one warning per file), so the file always reads back.
      */
     void save(const QFileInfo& file, const QHash<QString, QString>& table) const;
 

@@ -1,21 +1,10 @@
 #include "RKXMLBuilder.h"
 
-#include <RKErrorHistory.h>
-#include <RKMonolithFile.h>
-#include <RKPlatformIndependent.h>
+#include "private/RKCanonicalXmlWriter.h"
+#include "private/RKSafeSave.h"
+#include "private/RKXmlFileSniffer.h"
 
 #include <QBuffer>
-#include <QDebug>
-#include <QDir>
-#include <QFile>
-#include <QUuid>
-#include <QVector>
-#include <QXmlStreamWriter>
-
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <unistd.h>
 
 namespace {
 
@@ -196,90 +185,11 @@ QString RKXMLBuilder::saveLeft(const QString& text, int maxLength)
     return text.left(i);
 }
 
-// ---------------------------------------------------------------- canonical serialisation
-
-namespace {
-
-using Attribute = QPair<QString, QString>;
-
-bool byName(const Attribute& a, const Attribute& b)
-{
-    return a.first < b.first;
-}
-
-void writeCanonically(QXmlStreamWriter& writer, const QDomNode& node, QVector<Attribute>& scratch);
-
-void writeElement(QXmlStreamWriter& writer, const QDomElement& element, QVector<Attribute>& scratch)
-{
-    writer.writeStartElement(element.tagName());
-    // Namespace declarations are plain attributes here (the DOM is built without namespace
-    // processing), so "xmlns:vako" sorts and is written like any other attribute.
-    const QDomNamedNodeMap attributes = element.attributes();
-    const int count = attributes.count();
-    if (count > 0) {
-        scratch.clear();
-        scratch.reserve(count);
-        for (int i = 0; i < count; ++i) {
-            const QDomAttr attr = attributes.item(i).toAttr();
-            scratch.append(Attribute(attr.name(), attr.value()));
-        }
-        // Plain UTF-16 code unit order: upper case before lower case.
-        std::sort(scratch.begin(), scratch.end(), byName);
-        for (const Attribute& a : qAsConst(scratch))
-            writer.writeAttribute(a.first, a.second);
-    }
-    for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
-        if (writer.hasError())
-            return;
-        writeCanonically(writer, child, scratch);
-    }
-    writer.writeEndElement();
-}
-
-void writeCanonically(QXmlStreamWriter& writer, const QDomNode& node, QVector<Attribute>& scratch)
-{
-    if (writer.hasError())
-        return;
-    switch (node.nodeType()) {
-    case QDomNode::ElementNode:
-        writeElement(writer, node.toElement(), scratch);
-        break;
-    case QDomNode::CommentNode:
-        writer.writeComment(node.toComment().data());
-        break;
-    case QDomNode::CDATASectionNode:
-        writer.writeCDATA(node.toCDATASection().data());
-        break;
-    case QDomNode::TextNode:
-        writer.writeCharacters(node.toText().data());
-        break;
-    default:
-        // Processing instructions inside the tree and entity references are not kept.
-        break;
-    }
-}
-
-}
+// ---------------------------------------------------------------- serialisation and saving
 
 bool RKXMLBuilder::saveCanonicalXML(const QDomDocument& document, QIODevice* device, int indent)
 {
-    if (!device)
-        return false;
-    QXmlStreamWriter writer(device);
-    writer.setAutoFormatting(true);
-    writer.setAutoFormattingIndent(indent);
-    writer.writeStartDocument();
-    QVector<Attribute> scratch;
-    // Whatever precedes the document element (declaration, instructions, comments, doctype)
-    // is replaced by the declaration just written.
-    for (QDomNode node = document.documentElement(); !node.isNull() && !writer.hasError(); node = node.nextSibling())
-        writeCanonically(writer, node, scratch);
-    writer.writeEndDocument();
-    if (writer.hasError()) {
-        qDebug() << "Fail to write Canonical XML.";
-        return false;
-    }
-    return true;
+    return RKCanonicalXmlWriter::write(document, device, indent);
 }
 
 QString RKXMLBuilder::toString(const QDomDocument& document, int indent)
@@ -292,175 +202,27 @@ QString RKXMLBuilder::toString(const QDomDocument& document, int indent)
     return QString::fromUtf8(bytes.constData(), static_cast<int>(qstrnlen(bytes.constData(), static_cast<uint>(bytes.size()))));
 }
 
-// ---------------------------------------------------------------- safe saving
-
-namespace {
-
-// Pushes the file's data from the kernel to the device, so that the rename that follows
-// never publishes a file whose blocks are not yet written. Devices that cannot be
-// synchronised (pipes, character devices) report EINVAL: there is nothing to wait for.
-bool syncToDisk(QFile* file)
-{
-    if (!file->flush())
-        return false;
-    const int handle = file->handle();
-    if (handle < 0)
-        return false;
-    if (::fdatasync(handle) == 0)
-        return true;
-    return errno == EINVAL || errno == EROFS;
-}
-
-void removeIfPresent(const QString& path)
-{
-    if (QFileInfo::exists(path) || QFileInfo(path).isSymLink())
-        QFile::remove(path);
-}
-
-}
-
 bool RKXMLBuilder::saveUTF8(const QDomDocument& document, const QFileInfo& target, RKErrorHistory* history)
 {
-    const QString targetPath = target.absoluteFilePath();
-    // A directory is never replaced by a file: renaming it away as the "backup" would succeed
-    // and hide the user's directory behind a file of the same name.
-    if (target.isDir()) {
-        if (history)
-            history->appendCouldNotOpenFileForReadWriteAccess(target);
-        return false;
-    }
-    if (RKMonolithFile::isMonolithPath(targetPath)) {
-        QFile direct(targetPath);
-        return tryToSaveToTempFile(document, &direct, history);
-    }
-
-    QFile temporary(target.absolutePath() + QStringLiteral("/.") + QUuid::createUuid().toString());
-    const QString temporaryPath = temporary.fileName();
-    bool saved = tryToSaveToTempFile(document, &temporary, history);
-    if (saved)
-        saved = tryToCreateBackupFile(target, history);
-    if (saved)
-        saved = tryToCopyTempFileToRealFile(target, &temporary, history);
-    if (saved) {
-        RKPlatformIndependent::instance().notifyFileWritten(targetPath);
-        return true;
-    }
-    removeIfPresent(temporaryPath);
-
-    if (RKPlatformIndependent::instance().allowsInPlaceWriteFallback()) {
-        QFile direct(targetPath);
-        return tryToSaveToTempFile(document, &direct, history);
-    }
-    return false;
+    return RKSafeSave::save(document, target, history);
 }
 
 bool RKXMLBuilder::tryToSaveToTempFile(const QDomDocument& document, QFile* file, RKErrorHistory* history)
 {
-    if (!file->open(QIODevice::ReadWrite | QIODevice::Truncate | QIODevice::Text)) {
-        if (history)
-            history->appendCouldNotOpenFileForReadWriteAccess(QFileInfo(*file));
-        return false;
-    }
-    bool written = saveCanonicalXML(document, file, 4);
-    // A full device usually shows only here: the writer's bytes were still in QFile's buffer.
-    if (written)
-        written = syncToDisk(file);
-    if (!written && history)
-        history->append(RKErrorEvent(RKErrorEvent::SavingFailed, QStringLiteral("saving failed"), -1));
-    file->close();
-    return isProbablyXML(file);
+    return RKSafeSave::writeFile(document, file, history);
 }
 
 bool RKXMLBuilder::tryToCreateBackupFile(const QFileInfo& target, RKErrorHistory* history)
 {
-    const QFileInfo current(target.absoluteFilePath());
-    if (!current.exists())
-        return true;
-    // An empty file gets ".bak", any other "~": established names that users look for.
-    const QString backupPath = current.absoluteFilePath() + (current.size() == 0 ? QStringLiteral(".bak") : QStringLiteral("~"));
-    const QFileInfo backup(backupPath);
-    if (backup.exists() || backup.isSymLink()) {
-        if (!QFile::remove(backupPath)) {
-            if (history)
-                history->appendCouldNotDeleteFile(backup);
-            return false;
-        }
-    }
-    if (!QFile::rename(current.absoluteFilePath(), backupPath)) {
-        if (history)
-            history->appendCouldNotRenameFile(current, backup);
-        return false;
-    }
-    return true;
+    return RKSafeSave::createBackup(target, history);
 }
 
 bool RKXMLBuilder::tryToCopyTempFileToRealFile(const QFileInfo& target, QFile* temporary, RKErrorHistory* history)
 {
-    const bool renamed = temporary->rename(target.absoluteFilePath());
-    if (!renamed && history)
-        history->appendCouldNotOpenFileForReadWriteAccess(target);
-    return renamed;
-}
-
-namespace {
-
-const int headLength = 100;
-const int tailLength = 50;
-// A sequential device (pipe, character device) is read at most this far looking for its end.
-const qint64 sequentialLimit = qint64(64) * 1024 * 1024;
-
-// The name of the first tag that is not a declaration or instruction; false when the head has none.
-bool firstTagName(const QByteArray& head, QByteArray* name)
-{
-    for (int lt = head.indexOf('<'); lt >= 0; lt = head.indexOf('<', lt + 1)) {
-        if (lt + 1 >= head.size())
-            return false;
-        const char next = head.at(lt + 1);
-        if (next == '!' || next == '?')
-            continue;
-        for (int i = lt + 1; i < head.size(); ++i) {
-            const char c = head.at(i);
-            if (c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '>') {
-                *name = head.mid(lt + 1, i - lt - 1);
-                return true;
-            }
-        }
-        return false;
-    }
-    return false;
-}
-
+    return RKSafeSave::moveIntoPlace(target, temporary, history);
 }
 
 bool RKXMLBuilder::isProbablyXML(QFile* file)
 {
-    if (!file->open(QIODevice::ReadOnly | QIODevice::Text))
-        return false;
-    const QByteArray head = file->read(headLength);
-    QByteArray name;
-    if (!firstTagName(head, &name)) {
-        file->close();
-        return false;
-    }
-    // Only the last bytes matter: seek to them instead of reading a large file whole.
-    QByteArray tail;
-    if (!file->isSequential()) {
-        const qint64 size = file->size();
-        if (size > head.size())
-            file->seek(std::max<qint64>(head.size(), size - tailLength));
-        tail = head + file->read(tailLength);
-    } else {
-        tail = head;
-        qint64 total = head.size();
-        while (!file->atEnd() && total < sequentialLimit) {
-            const QByteArray chunk = file->read(64 * 1024);
-            if (chunk.isEmpty())
-                break;
-            total += chunk.size();
-            tail = tail.right(tailLength) + chunk;
-        }
-    }
-    file->close();
-    tail = tail.right(tailLength).trimmed();
-    return tail.contains('/' + name) || tail.contains("/>");
+    return RKXmlFileSniffer::isProbablyXML(file);
 }

@@ -64,7 +64,11 @@ public:
     /// The longest prefix of `text` whose escaped length stays within `maxLength`.
     static QString saveLeft(const QString& text, int maxLength);
 
-    /// Writes the document element and its following siblings canonically; false on a writer error.
+    /**
+     * Writes the document element and its following siblings canonically; false on a writer
+     * error. Characters XML cannot hold (C0 controls but tab, LF, CR; U+FFFE, U+FFFF; unpaired
+     * surrogates) are written as U+FFFD, with one warning per document.
+     */
     static bool saveCanonicalXML(const QDomDocument& document, QIODevice* device, int indent);
     static QString toString(const QDomDocument& document, int indent);
     /**
@@ -72,8 +76,12 @@ public:
      * previous file to its backup ("~" appended, ".bak" for an empty file) and renames the
      * temporary file into place. Failures are recorded in `history` (may be null); the previous
      * content stays readable in the target or its backup.
+     * A write, flush or sync error (a full disk, a file size limit) or a writer that stops
+     * early fails the save even when the cut-short file would pass isProbablyXML(): the
+     * temporary file is removed, target and backup are left untouched.
      */
     static bool saveUTF8(const QDomDocument& document, const QFileInfo& target, RKErrorHistory* history);
+    /// Writes `file` (truncated): false on any write error, else the verdict of isProbablyXML().
     static bool tryToSaveToTempFile(const QDomDocument& document, QFile* file, RKErrorHistory* history);
     static bool tryToCreateBackupFile(const QFileInfo& target, RKErrorHistory* history);
     static bool tryToCopyTempFileToRealFile(const QFileInfo& target, QFile* temporary, RKErrorHistory* history);

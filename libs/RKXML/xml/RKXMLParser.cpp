@@ -7,6 +7,7 @@
 
 #include <cfloat>
 #include <climits>
+#include <utility>
 
 const QStringList RKXMLParser::myLeftNames = {QStringLiteral("left"), QStringLiteral("x"), QStringLiteral("lleft")};
 const QStringList RKXMLParser::myTopNames = {QStringLiteral("top"), QStringLiteral("y")};
@@ -528,6 +529,30 @@ bool RKXMLParser::readSegmentF(const QDomNamedNodeMap& map, const QStringList& s
     return resolveSegment<RealAxis>(present[0], present[1], present[2], present[3], start, length);
 }
 
+namespace {
+
+// Edges of a box read from integers are kept within this bound, so that the size always fits
+// an int and Qt's own arithmetic on the rectangle (right edge, centre, translation by a
+// like amount) stays defined.
+constexpr qint64 edgeLimit = (qint64(1) << 30) - 1;
+
+using Span = QPair<int, int>; // start, size (>= 0)
+
+// The span from `start` over `length` (negative lengths flipped), each edge clamped into
+// [-(2^30 - 1), 2^30 - 1]: 64-bit arithmetic, no overflow for any pair of ints.
+Span clampedSpan(int start, int length)
+{
+    qint64 low = start;
+    qint64 high = qint64(start) + length;
+    if (high < low)
+        std::swap(low, high);
+    low = qBound(-edgeLimit, low, edgeLimit);
+    high = qBound(-edgeLimit, high, edgeLimit);
+    return Span(int(low), int(high - low));
+}
+
+}
+
 QRect RKXMLParser::readRect(const QDomNamedNodeMap& map)
 {
     int x, width, y, height;
@@ -535,7 +560,9 @@ QRect RKXMLParser::readRect(const QDomNamedNodeMap& map)
     const bool vertical = readSegment(map, myTopNames, myCenterYNames, myBottomNames, myHeightNames, &y, &height);
     if (!horizontal || !vertical)
         return QRect();
-    return QRect(x, y, width, height).normalized();
+    const Span h = clampedSpan(x, width);
+    const Span v = clampedSpan(y, height);
+    return QRect(h.first, v.first, h.second, v.second);
 }
 
 QRectF RKXMLParser::readRectF(const QDomNamedNodeMap& map)

@@ -110,7 +110,13 @@ public:
     static QColor colorAttribute(const QDomNamedNodeMap& map, const QStringList& names, const QColor& defaultValue = QColor());
     static QColor colorAttributeEx(const QDomElement& element, const QString& name, const QColor& defaultValue = QColor());
     static QColor colorAttributeEx(const QDomNamedNodeMap& map, const QString& name, const QColor& defaultValue = QColor());
-    /// "#rrggbb" optionally followed by ",aa" (hexadecimal alpha); anything else gives the default.
+    /**
+     * Splits at ",": a first part starting with "#" goes to QColor's named-colour parser, which
+     * takes "#rgb", "#rrggbb", "#aarrggbb" and the 12- and 16-bit forms ("#rrrgggbbb",
+     * "#rrrrggggbbbb") and gives an invalid colour for anything else ("#zzzzzz"). A second
+     * part that reads as a hexadecimal number 0..ff replaces the alpha ("#ff0000,80"). A first
+     * part without "#" gives the default.
+     */
     static QColor parseExtendedColor(const QString& text, const QColor& defaultValue = QColor());
 
     // Dates.
@@ -141,7 +147,12 @@ public:
         const QStringList& endNames, const QStringList& lengthNames, int* start, int* length);
     static bool readSegmentF(const QDomNamedNodeMap& map, const QStringList& startNames, const QStringList& centerNames,
         const QStringList& endNames, const QStringList& lengthNames, double* start, double* length);
-    /// Normalised box from left/x/centerX/right/width and top/y/centerY/bottom/height; a null QRect on failure.
+    /**
+     * Normalised box from left/x/centerX/right/width and top/y/centerY/bottom/height; a null
+     * QRect on failure. Edges are computed without overflow and clamped into ±(2^30 - 1),
+     * so absurd values give a (possibly empty) box at that bound: left 2147483647 with width 3
+     * is the empty box at x 1073741823.
+     */
     static QRect readRect(const QDomNamedNodeMap& map);
     static QRectF readRectF(const QDomNamedNodeMap& map);
     /// The value (and its default) in `unit`, converted to internal units.
