@@ -2,14 +2,12 @@
 
 #include "RKSVGCompilerInstructionsFactory.h"
 
-#include <QMutexLocker>
-
 RKSVGCompilerInstructionsCache::RKSVGCompilerInstructionsCache() = default;
 RKSVGCompilerInstructionsCache::~RKSVGCompilerInstructionsCache() = default;
 
 RKSVGCompilerInstructions RKSVGCompilerInstructionsCache::instructions(const RKCalendariumContentKey& key)
 {
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     const auto found = myTable.constFind(key);
     if (found != myTable.constEnd())
         return found.value();
@@ -25,13 +23,13 @@ RKSVGCompilerInstructions RKSVGCompilerInstructionsCache::createInstructions(con
 
 int RKSVGCompilerInstructionsCache::size() const
 {
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     return myTable.size();
 }
 
 void RKSVGCompilerInstructionsCache::clear()
 {
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     myTable.clear();
     // Same order of locks as a build: this mutex, then the factory's.
     RKSingleton<RKSVGCompilerInstructionsFactory>::instance().clearCalendarDayNames();

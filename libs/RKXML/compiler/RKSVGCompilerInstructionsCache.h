@@ -7,8 +7,9 @@
 #include <RKSingleton.h>
 
 #include <QHash>
-#include <QMutex>
 #include <QObject>
+
+#include <mutex>
 
 /**
  * The instruction sets of calendar pages by content key, built on first request
@@ -44,6 +45,6 @@ public slots:
 private:
     RKSVGCompilerInstructionsCache();
 
-    mutable QMutex myMutex;
+    mutable std::mutex myMutex; // plain, not recursive: the factory never calls back
     QHash<RKCalendariumContentKey, RKSVGCompilerInstructions> myTable;
 };

@@ -1,7 +1,6 @@
 #include "RKSVGCompilerInstructionsFactory.h"
 
 #include <QDate>
-#include <QMutexLocker>
 #include <QStringBuilder>
 #include <QVector>
 
@@ -215,7 +214,7 @@ void RKSVGCompilerInstructionsFactory::addHolidayCache(RKAbstractHolidayCache* c
     if (!cache)
         return;
     {
-        QWriteLocker lock(&myCachesLock);
+        std::lock_guard<std::mutex> lock(myCachesMutex);
         if (myCaches.contains(cache))
             return;
         myCaches.append(cache);
@@ -226,13 +225,13 @@ void RKSVGCompilerInstructionsFactory::addHolidayCache(RKAbstractHolidayCache* c
 
 void RKSVGCompilerInstructionsFactory::removeHolidayCache(RKAbstractHolidayCache* cache)
 {
-    QWriteLocker lock(&myCachesLock);
+    std::lock_guard<std::mutex> lock(myCachesMutex);
     myCaches.removeAll(cache);
 }
 
 QList<RKAbstractHolidayCache*> RKSVGCompilerInstructionsFactory::holidayCaches() const
 {
-    QReadLocker lock(&myCachesLock);
+    std::lock_guard<std::mutex> lock(myCachesMutex);
     return myCaches;
 }
 
@@ -257,7 +256,7 @@ RKHolidayImage RKSVGCompilerInstructionsFactory::holidayImageAt(const RKCalendar
 RKCalendarDayNames RKSVGCompilerInstructionsFactory::calendarDayNames(const RKCalendariumHolidayConfig& config) const
 {
     const RKLocale locale = config.language();
-    QMutexLocker lock(&myDayNamesMutex);
+    std::lock_guard<std::mutex> lock(myDayNamesMutex);
     auto found = myDayNames.constFind(locale);
     if (found != myDayNames.constEnd())
         return found.value();
@@ -266,7 +265,7 @@ RKCalendarDayNames RKSVGCompilerInstructionsFactory::calendarDayNames(const RKCa
 
 void RKSVGCompilerInstructionsFactory::clearCalendarDayNames()
 {
-    QMutexLocker lock(&myDayNamesMutex);
+    std::lock_guard<std::mutex> lock(myDayNamesMutex);
     myDayNames.clear();
 }
 

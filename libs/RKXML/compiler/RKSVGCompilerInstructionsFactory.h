@@ -12,11 +12,11 @@
 
 #include <QHash>
 #include <QList>
-#include <QMutex>
 #include <QObject>
-#include <QReadWriteLock>
 #include <QString>
 #include <QStringList>
+
+#include <mutex>
 
 /**
  * Builds the instruction set that fills every calendar field of a template
@@ -59,8 +59,8 @@
  * a day "sunday": that needs a public holiday.
  *
  * Threads: building reads the registered caches and the calendar words only;
- * the table of day names by locale has its own mutex and the cache list a
- * read-write lock, so builds may run on any thread. Normally they arrive
+ * the table of day names by locale and the cache list have a mutex each,
+ * so builds may run on any thread. Normally they arrive
  * through RKSVGCompilerInstructionsCache, which serialises them.
  */
 class RKXML_EXPORT RKSVGCompilerInstructionsFactory : public QObject, public RKSingleton<RKSVGCompilerInstructionsFactory>
@@ -147,8 +147,8 @@ private:
     void listCalendarInstructions(RKSVGCompilerInstructions& set, const QString& prefix,
         const RKCalendariumContentKey& key, Build& build) const;
 
-    mutable QReadWriteLock myCachesLock;
+    mutable std::mutex myCachesMutex;
     QList<RKAbstractHolidayCache*> myCaches;
-    mutable QMutex myDayNamesMutex;
+    mutable std::mutex myDayNamesMutex;
     mutable QHash<RKLocale, RKCalendarDayNames> myDayNames;
 };
