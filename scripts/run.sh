@@ -6,9 +6,11 @@
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 bash "$ROOT/scripts/ensure-packages.sh" "${BUILD_PACKAGES[@]}"
-configure_and_build "$ROOT/build" -DRKXML_BUILD_TESTS=OFF
+# A tree of its own: the test script's build/ has the tests switched on, and sharing
+# one tree with opposite options would reconfigure it on every run of either script.
+configure_and_build "$ROOT/build-run" -DRKXML_BUILD_TESTS=OFF
 if [ $# -eq 0 ]; then
     # Next year's wall calendar for Bavaria, with every kind of marked day.
     set -- render --template wall-month --locale de_DE --province BY --features holidays,vacations,moonphases
 fi
-"$ROOT/build/bin/rkcalendar" "$@"
+"$ROOT/build-run/bin/rkcalendar" "$@"

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QReadWriteLock>
+#include <mutex>
+#include <shared_mutex>
 
 #include <memory>
 #include <type_traits>
@@ -27,14 +28,15 @@ class RKSingleton
 public:
     static T& instance()
     {
-        static QReadWriteLock lock;
+        // A standard lock rather than a Qt one, so that thread checkers see it.
+        static std::shared_mutex lock;
         static std::unique_ptr<T> holder;
         {
-            QReadLocker reader(&lock);
+            std::shared_lock<std::shared_mutex> reader(lock);
             if (holder)
                 return *holder;
         }
-        QWriteLocker writer(&lock);
+        std::unique_lock<std::shared_mutex> writer(lock);
         if (!holder) {
             std::unique_ptr<T> created(new T());
             if constexpr (RKSingletonDetail::HasSetup<T>::value)

@@ -155,3 +155,9 @@ bool QWaitCondition::wait(QMutex* lockedMutex, unsigned long time)
     __tsan_acquire(lockedMutex);
     return woken;
 }
+
+// Longer access histories, so that reports name both sides of a race.
+extern "C" const char* __tsan_default_options()
+{
+    return "history_size=7";
+}

@@ -47,7 +47,7 @@ RKCalculatedHolidayCache::~RKCalculatedHolidayCache() = default;
 QSharedPointer<const RKCalculatedHolidayCache::Year> RKCalculatedHolidayCache::year(const RKCalendariumContentKey& day) const
 {
     const RKCalendariumHolidayCacheKey key(day.date().year(), day.config().holidayConfig());
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     const auto found = myYears.constFind(key);
     if (found != myYears.constEnd())
         return found.value();
@@ -135,12 +135,12 @@ RKHolidayImage RKCalculatedHolidayCache::holidayImageAt(const RKCalendariumConte
 
 void RKCalculatedHolidayCache::clear()
 {
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     myYears.clear();
 }
 
 int RKCalculatedHolidayCache::size() const
 {
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     return myYears.size();
 }

@@ -6,7 +6,7 @@
 #include "rkxml_export.h"
 
 #include <QHash>
-#include <QMutex>
+#include <mutex>
 #include <QSharedPointer>
 
 /**
@@ -54,6 +54,6 @@ private:
     struct Year;
     QSharedPointer<const Year> year(const RKCalendariumContentKey& day) const;
 
-    mutable QMutex myMutex;
+    mutable std::mutex myMutex;
     mutable QHash<RKCalendariumHolidayCacheKey, QSharedPointer<const Year>> myYears;
 };

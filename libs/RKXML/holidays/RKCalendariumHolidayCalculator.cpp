@@ -10,6 +10,7 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <mutex>
 
 RKCalendariumHolidayCalculator::RKCalendariumHolidayCalculator()
     : QObject(nullptr)
@@ -23,7 +24,7 @@ RKCalendariumHolidayCalculator::~RKCalendariumHolidayCalculator() = default;
 
 QSharedPointer<const RKHolidayTables> RKCalendariumHolidayCalculator::tables() const
 {
-    QReadLocker lock(&myTablesLock);
+    std::shared_lock<std::shared_mutex> lock(myTablesLock);
     return myTables;
 }
 
@@ -38,9 +39,11 @@ void RKCalendariumHolidayCalculator::reloadData()
         [vacations](const RKLocale& locale, const QFileInfo& info, const QDomElement& root) {
             vacations->seed(locale, RKFileStamp::of(info), root);
         })));
-    QWriteLocker lock(&myTablesLock);
-    myTables.swap(fresh);
-    // The old tables go when their last reader lets go of them (here, or after the lock).
+    {
+        std::unique_lock<std::shared_mutex> lock(myTablesLock);
+        myTables.swap(fresh);
+    }
+    // `fresh` holds the old tables now: freed here, or by the last query still using them.
 }
 
 QDomElement RKCalendariumHolidayCalculator::loadCalendarEntries(const RKLocale& locale) const

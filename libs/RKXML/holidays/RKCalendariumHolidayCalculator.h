@@ -14,11 +14,11 @@
 #include <QDomElement>
 #include <QList>
 #include <QObject>
-#include <QReadWriteLock>
 #include <QSharedPointer>
 #include <QStringList>
 
 #include <memory>
+#include <shared_mutex>
 
 class RKHolidayTables;
 struct RKVacationEntry;
@@ -112,7 +112,7 @@ private:
     static void appendVacationDays(const RKVacationEntry& entry, int year, RKCalendariumHolidayList& out, bool named = false);
     RKCalendariumHolidayList vacationDays(const RKCalendariumHolidayCacheKey& key, bool named) const;
 
-    mutable QReadWriteLock myTablesLock;
+    mutable std::shared_mutex myTablesLock;
     QSharedPointer<const RKHolidayTables> myTables;
     std::unique_ptr<RKVacationFileCache> myVacations;
     std::unique_ptr<RKMoonPhaseFile> myMoonPhases;

@@ -1,13 +1,15 @@
 #include "RKProjectIdentifierRegistry.h"
 
+#include <mutex>
+
 void RKProjectIdentifierRegistry::finalize(const RKProjectIdentifier& id)
 {
-    QWriteLocker lock(&myLock);
+    std::unique_lock<std::shared_mutex> lock(myLock);
     myFinalized.insert(id);
 }
 
 bool RKProjectIdentifierRegistry::isFinalized(const RKProjectIdentifier& id) const
 {
-    QReadLocker lock(&myLock);
+    std::shared_lock<std::shared_mutex> lock(myLock);
     return myFinalized.contains(id);
 }

@@ -5,8 +5,9 @@
 
 #include <RKSingleton.h>
 
-#include <QReadWriteLock>
 #include <QSet>
+
+#include <shared_mutex>
 
 /**
  * The identifiers that are final. Entries are only ever added; nothing is saved.
@@ -25,6 +26,6 @@ public:
 private:
     RKProjectIdentifierRegistry() = default;
 
-    mutable QReadWriteLock myLock;
+    mutable std::shared_mutex myLock;
     QSet<RKProjectIdentifier> myFinalized;
 };

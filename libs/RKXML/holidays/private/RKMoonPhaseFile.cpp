@@ -25,7 +25,7 @@ const unsigned int PHASE_COUNT = sizeof(PHASE_RING) / sizeof(PHASE_RING[0]);
 QSharedPointer<const RKMoonPhaseFile::Parsed> RKMoonPhaseFile::parsed() const
 {
     const RKFileStamp stamp = RKFileStamp::of(RKResourceFile(RKResourceMoonPhases).fileInfo(false, QString()));
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     if (myParsed && myParsed->stamp == stamp)
         return myParsed;
     QSharedPointer<Parsed> file(new Parsed);
@@ -76,7 +76,7 @@ RKCalendariumHolidayList RKMoonPhaseFile::phasesOfYear(int year) const
 
 void RKMoonPhaseFile::clear()
 {
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     myParsed.reset();
 }
 

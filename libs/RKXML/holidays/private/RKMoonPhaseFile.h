@@ -5,9 +5,10 @@
 
 #include <QDate>
 #include <QHash>
-#include <QMutex>
 #include <QSharedPointer>
 #include <QVector>
+
+#include <mutex>
 
 /**
  * The two moon phase computations: the principal phases of a year as listed in the
@@ -44,6 +45,6 @@ private:
     };
     QSharedPointer<const Parsed> parsed() const;
 
-    mutable QMutex myMutex;
+    mutable std::mutex myMutex;
     mutable QSharedPointer<const Parsed> myParsed;
 };

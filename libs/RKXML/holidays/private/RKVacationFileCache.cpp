@@ -53,7 +53,7 @@ QSharedPointer<const RKVacationFileCache::File> RKVacationFileCache::parse(const
 QSharedPointer<const RKVacationFileCache::File> RKVacationFileCache::file(const RKLocale& locale) const
 {
     const RKFileStamp stamp = RKFileStamp::of(RKHolidayTables::holidayFile(locale));
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     const auto cached = myFiles.constFind(locale.name());
     if (cached != myFiles.constEnd() && cached.value()->stamp == stamp)
         return cached.value();
@@ -66,12 +66,12 @@ QSharedPointer<const RKVacationFileCache::File> RKVacationFileCache::file(const 
 void RKVacationFileCache::seed(const RKLocale& locale, const RKFileStamp& stamp, const QDomElement& root)
 {
     const QSharedPointer<const File> parsed = parse(root, stamp);
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     myFiles.insert(locale.name(), parsed);
 }
 
 void RKVacationFileCache::clear()
 {
-    QMutexLocker lock(&myMutex);
+    std::lock_guard<std::mutex> lock(myMutex);
     myFiles.clear();
 }

@@ -7,10 +7,11 @@
 #include <QDate>
 #include <QDomElement>
 #include <QHash>
-#include <QMutex>
 #include <QSharedPointer>
 #include <QString>
 #include <QVector>
+
+#include <mutex>
 
 /// One "vacation" element: its raw texts and the dates read from them (invalid when malformed).
 struct RKVacationEntry {
@@ -54,6 +55,6 @@ public:
 private:
     static QSharedPointer<const File> parse(const QDomElement& root, const RKFileStamp& stamp);
 
-    mutable QMutex myMutex;
+    mutable std::mutex myMutex;
     mutable QHash<QString, QSharedPointer<const File>> myFiles;
 };

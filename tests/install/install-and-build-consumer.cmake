@@ -1,0 +1,31 @@
+# Installs the build tree BUILD_DIR into WORK_DIR/prefix, then configures, builds and
+# runs the consumer project in SOURCE_DIR against it (cmake -P script, run by ctest).
+file(REMOVE_RECURSE "${WORK_DIR}")
+function(run)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "failed (${result}): ${ARGN}\n${out}\n${err}")
+    endif()
+    set(last_output "${out}" PARENT_SCOPE)
+endfunction()
+run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${WORK_DIR}/prefix")
+file(GLOB entries LIST_DIRECTORIES true "${WORK_DIR}/prefix/include/RKXML/*")
+foreach(entry ${entries})
+    if(IS_DIRECTORY "${entry}")
+        message(FATAL_ERROR "installed headers are not flat in include/RKXML: ${entry}")
+    endif()
+endforeach()
+if(NOT EXISTS "${WORK_DIR}/prefix/include/RKXML/RKXMLParser.h")
+    message(FATAL_ERROR "RKXMLParser.h is not installed in include/RKXML")
+endif()
+run(${CMAKE_COMMAND} -S "${SOURCE_DIR}" -B "${WORK_DIR}/build" "-DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix"
+    "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}")
+run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
+# The installed libraries carry no run path: tell the loader where they are, as an
+# installation outside the system's library directories needs.
+file(GLOB_RECURSE library "${WORK_DIR}/prefix/libRKCore.so")
+get_filename_component(library_dir "${library}" DIRECTORY)
+run(${CMAKE_COMMAND} -E env "LD_LIBRARY_PATH=${library_dir}" "${WORK_DIR}/build/consumer")
+if(NOT last_output STREQUAL "2024-03-31\n")
+    message(FATAL_ERROR "consumer printed '${last_output}'")
+endif()
