@@ -9,19 +9,14 @@
 #include "HolidayCommandSupport.h"
 #include "TemplateCommandSupport.h"
 
-#include <RKCalculatedHolidayCache.h>
-#include <RKCalendarWordsRegistry.h>
 #include <RKCalendariumContentKey.h>
 #include <RKCssSheetParser.h>
 #include <RKCssSheetTitleIdMap.h>
 #include <RKSVGCompiler.h>
 #include <RKSVGCompilerInstructionsCache.h>
-#include <RKSVGCompilerInstructionsFactory.h>
 #include <RKXMLBuilder.h>
 
 #include <QSaveFile>
-
-#include <algorithm>
 
 using namespace HolidayCommandSupport;
 using namespace TemplateCommandSupport;
@@ -29,34 +24,6 @@ using namespace TemplateCommandSupport;
 namespace {
 
 const int INDENT = 1;
-
-QString templateNames()
-{
-    QStringList names;
-    for (const TemplateInfo& info : availableTemplates())
-        names << info.name;
-    return names.join(QStringLiteral(", "));
-}
-
-// Any calendar language: the words are all a page needs; holidays come where the locale has a file.
-bool parseCalendarLocale(const QString& text, RKLocale& locale, CommandContext& context)
-{
-    const QList<RKLocale> known = RKSingleton<RKCalendarWordsRegistry>::instance().availalbleCalendarLanguages();
-    const RKLocale parsed = RKLocale::decodeName(text);
-    if (parsed.isValid() && known.contains(parsed)) {
-        locale = parsed;
-        return true;
-    }
-    QStringList names;
-    for (const RKLocale& each : known) {
-        if (!names.contains(each.name()))
-            names << each.name();
-    }
-    const QString what = text.isEmpty() ? QStringLiteral("--locale is required")
-                                         : QStringLiteral("unknown locale \"%1\"").arg(text);
-    context.warn(QStringLiteral("%1 (valid: %2)").arg(what, names.join(QStringLiteral(", "))));
-    return false;
-}
 
 // The compiled page as the canonical writer gives it, to stdout or through a file that
 // only replaces `path` once it is complete.
@@ -103,25 +70,20 @@ int runCompile(CommandContext& context)
     if (!loadTemplate(file, page, error))
         return context.fail(ExitFailure, QStringLiteral("cannot read template %1: %2").arg(file.filePath(), error));
     const RKCssSheetTitleIdMap sheets = RKCssSheetParser::findStyleSheets(page, file);
-    QStringList titles = sheets.keys();
-    titles.sort();
-    // Titles as the template writes them, or in any case ("blue" for "Blue").
-    const QString requested = context.value(QStringLiteral("style"), sheets.defaultCssSheetTitle());
-    const auto match = std::find_if(titles.cbegin(), titles.cend(),
-        [&requested](const QString& title) { return title.compare(requested, Qt::CaseInsensitive) == 0; });
-    if (match == titles.cend()) {
+    const QString requested = context.value(QStringLiteral("style"));
+    const QString style = findStyleTitle(sheets, requested);
+    if (style.isEmpty()) {
         return context.usageError(QStringLiteral("unknown style \"%1\" for template %2 (valid: %3)")
-                                      .arg(requested, name, titles.join(QStringLiteral(", "))));
+                                      .arg(requested, name, styleTitles(sheets)));
     }
-    const QString style = *match;
 
     const RKCalendariumContentKey key(
         RKCalendariumContentConfig(first, makeConfig(locale, province, features)), RKProjectIdentifier());
-    RKCalculatedHolidayCache holidays;
-    RKSVGCompilerInstructionsFactory& factory = RKSingleton<RKSVGCompilerInstructionsFactory>::instance();
-    factory.addHolidayCache(&holidays);
-    const RKSVGCompilerInstructions instructions = RKSingleton<RKSVGCompilerInstructionsCache>::instance().instructions(key);
-    factory.removeHolidayCache(&holidays);
+    RKSVGCompilerInstructions instructions;
+    {
+        const HolidayCacheRegistration holidays;
+        instructions = RKSingleton<RKSVGCompilerInstructionsCache>::instance().instructions(key);
+    }
 
     RKSVGCompiler compiler;
     compiler.setDomDocument(page, false);

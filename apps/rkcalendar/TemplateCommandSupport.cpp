@@ -1,6 +1,9 @@
 #include "TemplateCommandSupport.h"
 
+#include <RKCalculatedHolidayCache.h>
+#include <RKCalendarWordsRegistry.h>
 #include <RKDirectoryConfig.h>
+#include <RKSVGCompilerInstructionsFactory.h>
 
 #include <QDir>
 #include <QFile>
@@ -66,6 +69,64 @@ bool loadTemplate(const QFileInfo& file, QDomDocument& document, QString& error)
 QString templateDescription(const QDomDocument& document)
 {
     return document.documentElement().firstChildElement(QStringLiteral("title")).text().simplified();
+}
+
+QString templateNames()
+{
+    QStringList names;
+    for (const TemplateInfo& info : availableTemplates())
+        names << info.name;
+    return names.join(QStringLiteral(", "));
+}
+
+bool parseCalendarLocale(const QString& text, RKLocale& locale, CommandContext& context)
+{
+    const QList<RKLocale> known = RKSingleton<RKCalendarWordsRegistry>::instance().availalbleCalendarLanguages();
+    const RKLocale parsed = RKLocale::decodeName(text);
+    if (parsed.isValid() && known.contains(parsed)) {
+        locale = parsed;
+        return true;
+    }
+    QStringList names;
+    for (const RKLocale& each : known) {
+        if (!names.contains(each.name()))
+            names << each.name();
+    }
+    const QString what = text.isEmpty() ? QStringLiteral("--locale is required")
+                                         : QStringLiteral("unknown locale \"%1\"").arg(text);
+    context.warn(QStringLiteral("%1 (valid: %2)").arg(what, names.join(QStringLiteral(", "))));
+    return false;
+}
+
+QString findStyleTitle(const RKCssSheetTitleIdMap& sheets, const QString& requested)
+{
+    const QString wanted = requested.isEmpty() ? sheets.defaultCssSheetTitle() : requested;
+    for (const QString& title : sheets.keys()) {
+        if (title.compare(wanted, Qt::CaseInsensitive) == 0)
+            return title;
+    }
+    return QString();
+}
+
+QString styleTitles(const RKCssSheetTitleIdMap& sheets)
+{
+    return sheets.keys().join(QStringLiteral(", "));
+}
+
+struct HolidayCacheRegistration::Private {
+    RKCalculatedHolidayCache holidays;
+};
+
+HolidayCacheRegistration::HolidayCacheRegistration()
+    : d(new Private)
+{
+    RKSingleton<RKSVGCompilerInstructionsFactory>::instance().addHolidayCache(&d->holidays);
+}
+
+HolidayCacheRegistration::~HolidayCacheRegistration()
+{
+    RKSingleton<RKSVGCompilerInstructionsFactory>::instance().removeHolidayCache(&d->holidays);
+    delete d;
 }
 
 } // namespace TemplateCommandSupport

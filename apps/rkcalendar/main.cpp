@@ -136,6 +136,7 @@ int main(int argc, char** argv)
     const QString name = args.value(1);
     const Command* command = CommandRegistry::find(name);
     // Installed first, so that the GUI platform's start-up notes stay quiet too.
+    verboseMessages = args.contains(QStringLiteral("--verbose"));
     qInstallMessageHandler(messageFilter);
     std::unique_ptr<QCoreApplication> app;
     if (command && command->needsGui) {
