@@ -105,15 +105,11 @@ Command compileCommand()
         valueOption(QStringLiteral("month"), QStringLiteral("the page's month, YYYY-MM (required)"), QStringLiteral("month")),
         valueOption(QStringLiteral("locale"), QStringLiteral("calendar language, e.g. de_DE (required)"),
             QStringLiteral("locale")),
-        valueOption(QStringLiteral("province"),
-            QStringLiteral("province code, e.g. BY (default: the nationwide days only)"), QStringLiteral("code")),
-        valueOption(QStringLiteral("features"),
-            QStringLiteral("comma-separated: holidays, vacations, moonphases (default: %1)").arg(QLatin1String(ALL_FEATURES)),
-            QStringLiteral("list")),
         valueOption(QStringLiteral("style"), QStringLiteral("colour scheme: Standard, Blue, Green (default: the template's)"),
             QStringLiteral("title")),
         QCommandLineOption({QStringLiteral("o"), QStringLiteral("output")},
-            QStringLiteral("file to write (default: standard output)"), QStringLiteral("file"))};
+            QStringLiteral("file to write (default: standard output)"), QStringLiteral("file"))}
+        + regionOptions(QLatin1String(ALL_FEATURES));
     command.run = runCompile;
     return command;
 }

@@ -476,11 +476,6 @@ Command renderCommand()
         valueOption(QStringLiteral("months"), QStringLiteral("pages from --month on (default: 1)"), QStringLiteral("n")),
         valueOption(QStringLiteral("locale"), QStringLiteral("calendar language, e.g. de_DE (default: de_DE)"),
             QStringLiteral("locale")),
-        valueOption(QStringLiteral("province"),
-            QStringLiteral("province code, e.g. BY (default: the nationwide days only)"), QStringLiteral("code")),
-        valueOption(QStringLiteral("features"),
-            QStringLiteral("comma-separated: holidays, vacations, moonphases (default: %1)").arg(QLatin1String(ALL_FEATURES)),
-            QStringLiteral("list")),
         valueOption(QStringLiteral("style"), QStringLiteral("colour scheme: Standard, Blue, Green (default: the template's)"),
             QStringLiteral("title")),
         valueOption(QStringLiteral("color"), QStringLiteral("replace a colour, e.g. '#c0392b=#1a5fb4' (repeatable)"),
@@ -498,7 +493,8 @@ Command renderCommand()
         flagOption(QStringLiteral("quiet"), QStringLiteral("no progress bar")),
         QCommandLineOption({QStringLiteral("o"), QStringLiteral("output")},
             QStringLiteral("file to write; PNG and SVG pages become NAME-01.png, ... (default: <template>-<year>.pdf)"),
-            QStringLiteral("file"))};
+            QStringLiteral("file"))}
+        + regionOptions(QLatin1String(ALL_FEATURES));
     command.repeatable = QStringList{QStringLiteral("color")};
     command.needsGui = true;
     command.run = runRender;

@@ -125,9 +125,14 @@ QStringList coverageWarnings(const RKLocale& locale, const RKCalendariumHolidayC
 
 QList<QCommandLineOption> holidayOptions(const QString& defaultFeatures)
 {
-    return {valueOption(QStringLiteral("locale"), QStringLiteral("holiday locale, e.g. de_DE (required)"),
-                QStringLiteral("locale")),
-        valueOption(QStringLiteral("province"),
+    return QList<QCommandLineOption>{valueOption(QStringLiteral("locale"),
+               QStringLiteral("holiday locale, e.g. de_DE (required)"), QStringLiteral("locale"))}
+        + regionOptions(defaultFeatures);
+}
+
+QList<QCommandLineOption> regionOptions(const QString& defaultFeatures)
+{
+    return {valueOption(QStringLiteral("province"),
             QStringLiteral("province code, e.g. BY (default: the nationwide days only)"), QStringLiteral("code")),
         valueOption(QStringLiteral("features"),
             QStringLiteral("comma-separated: holidays, vacations, moonphases (default: %1)").arg(defaultFeatures),

@@ -34,6 +34,8 @@ constexpr char ALL_FEATURES[] = "holidays,vacations,moonphases";
 
 /// --locale, --province and --features (whose default is named in the help).
 QList<QCommandLineOption> holidayOptions(const QString& defaultFeatures);
+/// --province and --features alone, for commands whose --locale means more than holidays.
+QList<QCommandLineOption> regionOptions(const QString& defaultFeatures);
 
 /**
  * Parses `text` ("de_DE") as a locale that has a holiday data file. On failure writes

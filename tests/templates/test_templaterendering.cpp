@@ -2,6 +2,7 @@
 // drawn by Qt's SVG renderer and by librsvg's rsvg-convert: the two pictures may differ by
 // at most 2 % in mean absolute pixel difference, so the templates keep to what both draw.
 
+#include "RKImageSupport.h"
 #include "TemplateTestSupport.h"
 
 #include <QGuiApplication>
@@ -15,22 +16,6 @@
 namespace {
 
 const int WIDTH = 600;
-
-// Mean absolute difference of the RGB channels over all pixels, as a fraction of 255.
-double meanDifference(const QImage& a, const QImage& b)
-{
-    const QImage x = a.convertToFormat(QImage::Format_RGB32);
-    const QImage y = b.convertToFormat(QImage::Format_RGB32);
-    double sum = 0;
-    for (int row = 0; row < x.height(); ++row) {
-        const QRgb* p = reinterpret_cast<const QRgb*>(x.constScanLine(row));
-        const QRgb* q = reinterpret_cast<const QRgb*>(y.constScanLine(row));
-        for (int column = 0; column < x.width(); ++column)
-            sum += qAbs(qRed(p[column]) - qRed(q[column])) + qAbs(qGreen(p[column]) - qGreen(q[column]))
-                + qAbs(qBlue(p[column]) - qBlue(q[column]));
-    }
-    return sum / (3.0 * 255.0 * x.width() * x.height());
-}
 
 } // namespace
 

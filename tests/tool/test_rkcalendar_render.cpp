@@ -2,6 +2,7 @@
 // page against a reference picture, and error paths that leave no file behind.
 
 #include "RKToolSupport.h"
+#include "RKImageSupport.h"
 
 #include <QDir>
 #include <QImage>
@@ -9,22 +10,6 @@
 #include <QTemporaryDir>
 
 namespace {
-
-// Mean absolute difference of the RGB channels over all pixels, as a fraction of 255.
-double meanDifference(const QImage& a, const QImage& b)
-{
-    const QImage x = a.convertToFormat(QImage::Format_RGB32);
-    const QImage y = b.convertToFormat(QImage::Format_RGB32);
-    double sum = 0;
-    for (int row = 0; row < x.height(); ++row) {
-        const QRgb* p = reinterpret_cast<const QRgb*>(x.constScanLine(row));
-        const QRgb* q = reinterpret_cast<const QRgb*>(y.constScanLine(row));
-        for (int column = 0; column < x.width(); ++column)
-            sum += qAbs(qRed(p[column]) - qRed(q[column])) + qAbs(qGreen(p[column]) - qGreen(q[column]))
-                + qAbs(qBlue(p[column]) - qBlue(q[column]));
-    }
-    return sum / (3.0 * 255.0 * x.width() * x.height());
-}
 
 // Page sizes in whole points, "595x842", as pdfinfo reads them.
 QStringList pdfPageSizes(const QString& path)
