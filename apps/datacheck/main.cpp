@@ -10,6 +10,7 @@
 #include <RKCalendariumHoliday.h>
 #include <RKCalendariumHolidayCalculator.h>
 #include <RKCalendariumHolidayConfig.h>
+#include <RKCalendariumHolidayDayPrototype.h>
 #include <RKDirectoryConfig.h>
 #include <RKResourceFile.h>
 #include <RKSVGNormalizer.h>
@@ -58,9 +59,8 @@ void collectWarnings(QtMsgType type, const QMessageLogContext&, const QString& m
         problem(QStringLiteral("warning: ") + message);
 }
 
-const int HOLIDAYS_AND_VACATIONS = 1 | 8;
-const int LAST_DAY_ID = 22;
-const int LONGEST_VACATION = 120;
+const int LAST_DAY_ID = RKCalendariumHolidayDayIdLast;
+const int LONGEST_VACATION = RKCalendariumHolidayCalculator::LONGEST_PLAUSIBLE_VACATION_DAYS;
 const int FIRST_YEAR = 1900;
 const int LAST_YEAR = 2100;
 

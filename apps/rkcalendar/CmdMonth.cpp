@@ -23,22 +23,22 @@ const int CELL = 6;
 const int NUMBER_WIDTH = 3;
 
 struct PhaseMarker {
-    int type;
+    RKCalendariumHolidayTypeEnum type;
     QChar symbol;
     const char* name;
 };
 
 // Dark areas drawn black, as seen from the northern hemisphere.
 const PhaseMarker PHASES[] = {
-    {1, QChar(0x25CF), "new moon"},
-    {2, QChar(0x25D0), "first quarter"},
-    {4, QChar(0x25CB), "full moon"},
-    {8, QChar(0x25D1), "last quarter"},
+    {RKCalendariumHolidayTypeNewMoon, QChar(0x25CF), "new moon"},
+    {RKCalendariumHolidayTypeGrowingCrescent, QChar(0x25D0), "first quarter"},
+    {RKCalendariumHolidayTypeFullMoon, QChar(0x25CB), "full moon"},
+    {RKCalendariumHolidayTypeWaningCrescent, QChar(0x25D1), "last quarter"},
 };
 
-const int FREE = 32;
-const int SHOW = 64;
-const int SCHOOL = 16;
+const int FREE = RKCalendariumHolidayTypeFree;
+const int SHOW = RKCalendariumHolidayTypeShow;
+const int SCHOOL = RKCalendariumHolidayTypeSchool;
 
 const char* const ANSI_RESET = "\x1b[0m";
 const char* const ANSI_FREE = "\x1b[1;31m";
