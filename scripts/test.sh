@@ -11,6 +11,8 @@ if [ -n "${RKXML_SANITIZE:-}" ]; then
     args+=("-DRKXML_SANITIZE=$RKXML_SANITIZE")
     # QtTest's watchdog thread trips ThreadSanitizer inside Qt; nothing of ours is suppressed.
     export TSAN_OPTIONS="${TSAN_OPTIONS:-suppressions=$ROOT/tests/data/css/tsan.supp}"
+    # Qt's offscreen platform and the renderer cache keep memory for the life of the process.
+    export LSAN_OPTIONS="${LSAN_OPTIONS:-suppressions=$ROOT/cmake/lsan.supp}"
 fi
 configure_and_build "$dir" "${args[@]}"
 cd "$dir"
