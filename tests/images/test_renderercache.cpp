@@ -200,7 +200,8 @@ private slots:
         }
         QTest::ignoreMessage(QtWarningMsg,
             qPrintable(" konnte QSvgRenderer für key " + myMissing->absoluteFilePath() + " nicht erzeugen (SVG defekt!)"));
-        RKSVGImageRendererCache::instance().updateCacheData(composition, new QSvgRenderer(QByteArray("<svg")));
+        static QSvgRenderer broken(QByteArray("<svg")); // abandoned by the cache, so kept here
+        RKSVGImageRendererCache::instance().updateCacheData(composition, &broken);
         QVERIFY(RKSVGImageRendererCache::instance().isEmpty());
     }
 
@@ -310,9 +311,9 @@ private:
         return composition;
     }
 
-    RKSVGImage* myMonth = nullptr;
-    RKSVGImage* myClipArt = nullptr;
-    RKSVGImage* myMissing = nullptr;
+    static inline RKSVGImage* myMonth = nullptr; // static: reachable until exit, as the caches need
+    static inline RKSVGImage* myClipArt = nullptr;
+    static inline RKSVGImage* myMissing = nullptr;
     QImage mySandGlass;
 };
 
