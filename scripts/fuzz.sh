@@ -5,7 +5,7 @@
 #   bash scripts/fuzz.sh [SECONDS] [TARGET...]
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
-bash "$ROOT/scripts/ensure-packages.sh" "${BUILD_PACKAGES[@]}" clang libclang-rt-14-dev
+bash "$ROOT/scripts/ensure-packages.sh" "${BUILD_PACKAGES[@]}" clang libclang-rt-14-dev llvm
 duration="${1:-10}"
 shift || true
 dir="$ROOT/build-fuzz"
