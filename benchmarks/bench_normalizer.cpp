@@ -8,7 +8,7 @@
 namespace {
 
 // A large clip-art file in the shape of the shipped ones (about 750 kB, half the size of the largest
-// files of public clip-art collections): 400 parts in "defs", each used three times from a
+// files of public clip-art collections): 400 groups in "defs", each used three times from a
 // render layer that sits in two plain groups with transforms, paths with comments between
 // them, and a calendar-embedded text in every tenth layer.
 QByteArray largeClipArt()
@@ -16,8 +16,8 @@ QByteArray largeClipArt()
     QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                       "<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" "
                       "xmlns:vako=\"urn:rkxml:vako\" width=\"2000\" height=\"2000\" viewBox=\"0 0 2000 2000\">\n<defs>\n";
-    const int parts = 400;
-    for (int k = 0; k < parts; ++k) {
+    const int groups = 400;
+    for (int k = 0; k < groups; ++k) {
         text += "  <g id=\"part" + QByteArray::number(k) + "\">\n";
         for (int i = 0; i < 4; ++i)
             text += "    <path d=\"M0 0 C6 -10 20 -12 30 -6 C20 0 8 6 0 0 Z\" fill=\"#5f9e45\" stroke=\"#3f7a2c\" stroke-width=\"1\" "
@@ -25,7 +25,7 @@ QByteArray largeClipArt()
         text += "  </g>\n";
     }
     text += "</defs>\n";
-    for (int k = 0; k < parts; ++k) {
+    for (int k = 0; k < groups; ++k) {
         const QByteArray n = QByteArray::number(k);
         text += "<!-- piece " + n + " -->\n<g transform=\"translate(" + QByteArray::number(k % 20 * 100) + " "
             + QByteArray::number(k / 20 * 100) + ")\">\n <g transform=\"scale(0.9)\">\n  <g id=\"layer" + n

@@ -129,9 +129,6 @@ int runCut(CommandContext& context)
                              .join(QLatin1Char('\t'))
                       << '\n';
     }
-    context.out().flush();
-    if (context.out().status() != QTextStream::Ok)
-        return context.fail(ExitFailure, QStringLiteral("cannot write to standard output"));
     if (snippets.isEmpty())
         context.warn(QStringLiteral("no element has %1=\"%2\"").arg(attribute, context.value(QStringLiteral("value"))));
     return ExitOk;

@@ -198,9 +198,9 @@ QFileInfo coverOf(const QFileInfo& file)
 bool parseColours(const QStringList& texts, RKColorReplacementInstructions& colours, CommandContext& context)
 {
     for (const QString& text : texts) {
-        const QStringList parts = text.split(QLatin1Char('='));
-        const QColor source = parts.size() == 2 ? QColor(parts.at(0).trimmed()) : QColor();
-        const QColor target = parts.size() == 2 ? QColor(parts.at(1).trimmed()) : QColor();
+        const QStringList sides = text.split(QLatin1Char('='));
+        const QColor source = sides.size() == 2 ? QColor(sides.at(0).trimmed()) : QColor();
+        const QColor target = sides.size() == 2 ? QColor(sides.at(1).trimmed()) : QColor();
         if (!source.isValid() || !target.isValid()) {
             context.warn(QStringLiteral("malformed --color \"%1\" (SOURCE=TARGET with colours such as #c0392b or a "
                                         "colour name, e.g. '#c0392b=#1a5fb4')")
@@ -409,9 +409,9 @@ int runRender(CommandContext& context)
     progress.show(done);
     for (const QList<PageSpec>& batch : qAsConst(batches)) {
         QList<RKSVGComposition> pages;
-        for (const PageSpec& spec : batch) {
-            RKSVGComposition page(spec.source->image.get(), spec.source->sheets.value(style));
-            page.setContent(RKCalendariumContentKey(RKCalendariumContentConfig(spec.first, config), RKProjectIdentifier()));
+        for (const PageSpec& pageSpec : batch) {
+            RKSVGComposition page(pageSpec.source->image.get(), pageSpec.source->sheets.value(style));
+            page.setContent(RKCalendariumContentKey(RKCalendariumContentConfig(pageSpec.first, config), RKProjectIdentifier()));
             page.setColorReplacements(colours);
             pages.append(page);
         }

@@ -69,12 +69,12 @@ QString IcsWriter::mySummaryFor(const HolidayCommandSupport::MarkedDay& day) con
 {
     if (!day.names.isEmpty())
         return day.names.join(QStringLiteral("; "));
-    QStringList parts;
+    QStringList words;
     for (const TypeSummary& summary : TYPE_SUMMARIES) {
         if (day.type.toInt() & summary.type)
-            parts << QLatin1String(summary.text);
+            words << QLatin1String(summary.text);
     }
-    return parts.join(QStringLiteral("; "));
+    return words.join(QStringLiteral("; "));
 }
 
 QByteArray IcsWriter::calendar(const QList<HolidayCommandSupport::MarkedDay>& days) const

@@ -128,11 +128,11 @@ QString number(double value)
 QRectF logoFrame(const QDomElement& root)
 {
     const QString viewBox = root.attribute(STR_VIEWBOX);
-    const QVector<QStringRef> parts = viewBox.splitRef(QRegularExpression(QStringLiteral("[\\s,]+")), Qt::SkipEmptyParts);
-    if (parts.size() == 4) {
+    const QVector<QStringRef> numbers = viewBox.splitRef(QRegularExpression(QStringLiteral("[\\s,]+")), Qt::SkipEmptyParts);
+    if (numbers.size() == 4) {
         bool ok[4] = { false, false, false, false };
-        const QRectF frame(parts[0].toDouble(&ok[0]), parts[1].toDouble(&ok[1]), parts[2].toDouble(&ok[2]),
-            parts[3].toDouble(&ok[3]));
+        const QRectF frame(numbers[0].toDouble(&ok[0]), numbers[1].toDouble(&ok[1]), numbers[2].toDouble(&ok[2]),
+            numbers[3].toDouble(&ok[3]));
         if (ok[0] && ok[1] && ok[2] && ok[3] && frame.width() > 0 && frame.height() > 0)
             return frame;
     }
