@@ -98,9 +98,6 @@ private slots:
         RKSVGCompilerInstruction().applyInstruction(&rect);
         RKSVGCompilerInstruction(QStringLiteral("x")).applyInstruction(nullptr);
         QCOMPARE(document.toString(-1).trimmed(), QStringLiteral("<rect class=\"new\"/>"));
-        QCOMPARE(RKSVGCompilerInstruction().describe(), QStringLiteral("doNothing: ="));
-        QCOMPARE(RKSVGCompilerInstruction(QStringLiteral("id"), QStringLiteral("Day_1")).describe(), QStringLiteral("setAttribute: id=Day_1"));
-        QCOMPARE(RKSVGCompilerInstruction(QStringLiteral("5")).describe(), QStringLiteral("setText: =5"));
     }
 
     void replacementsNewestFirst()
@@ -138,14 +135,6 @@ private slots:
         QCOMPARE(left == right, equal);
         QCOMPARE(right == left, equal);
         QCOMPARE(left != right, !equal);
-    }
-
-    void emptySet()
-    {
-        RKSVGCompilerInstructions set(QStringLiteral("vako:cal"));
-        set.setDescription(QStringLiteral("Fri Mar 1 2024"));
-        QVERIFY(set.isEmpty());
-        QCOMPARE(set.hashValue(), qHash(QStringLiteral("Fri Mar 1 2024"), 0));
     }
 
     // The cache asks the factory once per key, also when threads ask at the same time.
