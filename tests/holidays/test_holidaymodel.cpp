@@ -286,38 +286,23 @@ private slots:
         QVERIFY(defaults.defaultConfig() == RKCalendariumHolidayConfig());
     }
 
-    void savedDefaultFailure_data()
+    // How a save fails (and that the previous file survives it) is the XML writer's matter;
+    // here the failure reaches the caller.
+    void savedDefaultFailureIsReported()
     {
-        QTest::addColumn<bool>("writableDirIsAFile");
-        QTest::addColumn<int>("recorded");
-        // Even root cannot create a file below a file, or replace a directory in the backup's place.
-        QTest::newRow("writable directory is a file") << true << int(RKErrorEvent::CouldNotOpenFileForReadWriteAccess);
-        QTest::newRow("backup place blocked") << false << int(RKErrorEvent::CouldNotDeleteFile);
-    }
-    void savedDefaultFailure()
-    {
-        QFETCH(bool, writableDirIsAFile);
-        QFETCH(int, recorded);
         QTemporaryDir place;
-        const QString writable = writableDirIsAFile ? place.filePath("file/sub") : place.path();
-        const QString previous = place.filePath("calendarium_config.xml");
-        QFile file(writableDirIsAFile ? place.filePath("file") : previous);
+        QFile file(place.filePath("file"));
         QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write("previous"), qint64(8));
         file.close();
-        QVERIFY(QDir(place.path()).mkpath("calendarium_config.xml~/keep"));
         const QByteArray before = qgetenv("RKXML_WRITABLE_DIR");
-        qputenv("RKXML_WRITABLE_DIR", writable.toLocal8Bit());
+        qputenv("RKXML_WRITABLE_DIR", place.filePath("file/sub").toLocal8Bit()); // below a file: never writable
         RKSingleton<RKDirectoryConfig>::instance().reload();
         RKErrorHistory history;
         const bool saved = RKSingleton<RKCalendariumHolidayConfigDefault>::instance().setDefaultConfig(sample(), &history);
         qputenv("RKXML_WRITABLE_DIR", before);
         RKSingleton<RKDirectoryConfig>::instance().reload();
         QVERIFY(!saved);
-        QVERIFY2(history.contains(recorded), qPrintable(QString::number(history.count())));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("previous"));
-        QCOMPARE(QDir(place.path()).entryList(QDir::Files | QDir::Hidden).size(), 1); // no temporary file left
+        QVERIFY(history.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess));
     }
 };
 
