@@ -1,5 +1,7 @@
 #include "RKSVGCompiler.h"
 
+#include "private/RKSVGTextFitter.h"
+
 #include "RKCssSheetCache.h"
 #include "RKXMLParser.h"
 
@@ -270,6 +272,7 @@ void RKSVGCompiler::update()
             applyInstructions();
         fixImageTags();
         removeEmptyElements();
+        RKSVGTextFitter::fit(myDocument);
     }
     if (toDo(ToDoInsertCss))
         addCss();
