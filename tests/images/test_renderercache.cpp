@@ -260,17 +260,6 @@ private slots:
         QCOMPARE(QColor(image.pixel(black)), QColor(Qt::black));
     }
 
-    void monitoringFigures()
-    {
-        RKSVGImageRendererCache& cache = RKSVGImageRendererCache::instance();
-        QVERIFY(cache.isEmpty());
-        QCOMPARE(cache.maximumCacheSize(), 26051970);
-        QCOMPARE(cache.currentCacheSize(), 0);
-        draw(RKSVGComposition(myClipArt, QString()), RKBackgroundJobPriority::Immediately, RKCachingOption::UseCache);
-        QVERIFY(!cache.isEmpty());
-        QCOMPARE(cache.currentCacheSize(), 0);
-    }
-
     void documentCacheDropsTheLeastRecentlyUsed()
     {
         RKDocumentCache& documents = RKDocumentCache::instance();
