@@ -5,7 +5,6 @@
 #include <RKDirectoryConfig.h>
 
 #include <QElapsedTimer>
-#include <QFile>
 
 #include <atomic>
 #include <thread>
@@ -18,12 +17,6 @@ constexpr qint64 RUN_MILLISECONDS = 1500;
 QString fixture(const QString& name)
 {
     return QDir::cleanPath(testDataPath(QStringLiteral("css/") + name));
-}
-
-QString fileText(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 }
 
@@ -44,29 +37,27 @@ void TestCssConcurrency::initTestCase()
 
 void TestCssConcurrency::hammerCachesWhileClearing()
 {
-    // Expected answers, computed on this thread before any sharing.
-    QHash<QString, QString> expectedCss;
-    for (const char* id : { "css/default.css", "css/blue.css", "css/green.css" })
-        expectedCss.insert(QLatin1String(id), fileText(shippedDataPath(QLatin1String(id))));
+    // Expected answers, computed on this thread before any sharing (test_csscache checks them).
+    QStringList cssIds{ "css/default.css", "css/blue.css", "css/green.css" };
     for (const char* name : { "alpha.css", "beta.css", "gamma.css" })
-        expectedCss.insert(fixture(QLatin1String(name)), fileText(fixture(QLatin1String(name))));
+        cssIds << fixture(QLatin1String(name));
     // More generated sheets than the cache holds, so that eviction runs concurrently too.
-    for (int i = 0; i < 150; ++i) {
-        const QString color = QStringLiteral("#%1").arg(i * 101, 6, 16, QLatin1Char('0'));
-        expectedCss.insert(QStringLiteral("customColor%1.css").arg(color), QStringLiteral(".vakoCustomFill{fill: %1;}").arg(color));
-    }
-    const QStringList cssIds = expectedCss.keys();
-
-    QHash<QString, QStringList> expectedTitles;
+    for (int i = 0; i < 150; ++i)
+        cssIds << QStringLiteral("customColor#%1.css").arg(i * 101, 6, 16, QLatin1Char('0'));
     const QStringList listings{ shippedDataPath(QStringLiteral("css/calendar-sheets.xml")), fixture(QStringLiteral("list.xml")),
         fixture(QStringLiteral("includer.svg")), fixture(QStringLiteral("template.svg")) };
     RKCssSheetCache& cache = RKSingleton<RKCssSheetCache>::instance();
     RKCssSheetRegistry& registry = RKSingleton<RKCssSheetRegistry>::instance();
-    for (const QString& listing : listings)
+    QHash<QString, QString> expectedCss;
+    for (const QString& id : qAsConst(cssIds)) {
+        expectedCss.insert(id, cache.cssString(id));
+        QVERIFY2(!expectedCss.value(id).isEmpty(), qPrintable(id));
+    }
+    QHash<QString, QStringList> expectedTitles;
+    for (const QString& listing : listings) {
         expectedTitles.insert(listing, cache.styleSheetsIn(QFileInfo(listing)).keys());
-    QCOMPARE(expectedTitles.value(listings.at(2)), (QStringList{ "Alpha", "Beta", "Gamma" }));
-    for (const QString& id : cssIds)
-        QCOMPARE(cache.cssString(id), expectedCss.value(id));
+        QVERIFY2(!expectedTitles.value(listing).isEmpty(), qPrintable(listing));
+    }
     cache.clearCache();
     registry.clearCache();
 
