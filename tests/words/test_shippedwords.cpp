@@ -160,6 +160,7 @@ private slots:
         QTest::newRow("no week word") << "words --locale en_GB" << true << 0 << QStringList{"week\t\t"} << "";
         QTest::newRow("words of an unlisted locale") << "words --locale es_ES" << true << 2 << QStringList() << "de_AT, de_DE, fr_CA, fr_FR, it_IT, en_GB, nl_NL";
         QTest::newRow("malformed name") << "words --locale german" << false << 2 << QStringList() << "malformed";
+        QTest::newRow("three-letter country") << "words --locale de_DEU" << false << 2 << QStringList() << "malformed";
     }
 
     void wordsCommand()
