@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QString>
 #include <QTemporaryDir>
@@ -16,6 +18,23 @@ inline QString testDataPath(const QString& relative)
 inline QString shippedDataPath(const QString& relative)
 {
     return QDir(QStringLiteral(RKXML_SHIPPED_DATA_DIR)).filePath(relative);
+}
+
+/// The bytes of the file at `path`, or "<unreadable>" when it cannot be opened, so that a
+/// missing file never compares equal to an expected empty one.
+inline QByteArray readTestFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+}
+
+/// Replaces the file at `path` by `bytes`, creating missing parent directories.
+inline void writeTestFile(const QString& path, const QByteArray& bytes)
+{
+    QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QCOMPARE(file.write(bytes), qint64(bytes.size()));
 }
 
 /**
