@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDir>
+#include <QDomDocument>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -35,6 +36,17 @@ inline void writeTestFile(const QString& path, const QByteArray& bytes)
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     QCOMPARE(file.write(bytes), qint64(bytes.size()));
+}
+
+/// The root element of `xml`, null when `xml` does not parse. The documents are kept for the
+/// life of the process so that their elements stay usable. Not thread-safe.
+inline QDomElement testElement(const QString& xml)
+{
+    static QList<QDomDocument> documents;
+    QDomDocument document;
+    document.setContent(xml);
+    documents.append(document);
+    return document.documentElement();
 }
 
 /**
