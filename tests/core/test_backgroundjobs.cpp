@@ -2,7 +2,6 @@
 
 #include <RKBackgroundJobManager.h>
 #include <RKFileEncoder.h>
-#include <RKFileHandler.h>
 
 #include <QSemaphore>
 #include <QThread>
