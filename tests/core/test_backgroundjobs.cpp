@@ -97,26 +97,30 @@ private slots:
 
     void encodedFiles_data()
     {
-        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QByteArray>("content"); // null: no file
         QTest::addColumn<QByteArray>("expected");
-        QTest::addColumn<bool>("warns");
+        QTest::addColumn<QString>("warning");    // pattern, %1 the file's path
         const QByteArray svg = "<svg xmlns=\"http://www.w3.org/2000/svg\"/>";
-        QTest::newRow("plain") << svg << svg << false;
-        QTest::newRow("encoded") << RKFileEncoder::encode(svg) << svg << false;
-        QTest::newRow("magic only") << RKFileEncoder::CLP_MAGIC << QByteArray() << true;
-        QTest::newRow("damaged") << QByteArray(RKFileEncoder::encode(svg)).replace(14, 6, "xxxxxx") << QByteArray() << true;
-        QTest::newRow("truncated") << RKFileEncoder::encode(svg).left(20) << QByteArray() << true;
-        QTest::newRow("huge claim") << QByteArray(RKFileEncoder::CLP_MAGIC + "\xff\xff\xff\xff" + "xyz") << QByteArray() << true;
+        const QString damaged = QStringLiteral("^Damaged encoded file \"%1\"$");
+        QTest::newRow("plain") << svg << svg << QString();
+        QTest::newRow("encoded") << RKFileEncoder::encode(svg) << svg << QString();
+        QTest::newRow("magic only") << RKFileEncoder::CLP_MAGIC << QByteArray() << damaged;
+        QTest::newRow("damaged") << QByteArray(RKFileEncoder::encode(svg)).replace(14, 6, "xxxxxx") << QByteArray() << damaged;
+        QTest::newRow("truncated") << RKFileEncoder::encode(svg).left(20) << QByteArray() << damaged;
+        QTest::newRow("huge claim") << QByteArray(RKFileEncoder::CLP_MAGIC + "\xff\xff\xff\xff" + "xyz") << QByteArray() << damaged;
+        QTest::newRow("missing") << QByteArray() << QByteArray() << QStringLiteral("^Could not read file \"%1\": ");
     }
     void encodedFiles()
     {
         QFETCH(QByteArray, content);
         QFETCH(QByteArray, expected);
-        QFETCH(bool, warns);
+        QFETCH(QString, warning);
         const QString path = myDir.filePath(QStringLiteral("clip.svg"));
-        writeTestFile(path, content);
-        if (warns)
-            QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("Damaged encoded file \"%1\"").arg(path)));
+        QFile::remove(path);
+        if (!content.isNull())
+            writeTestFile(path, content);
+        if (!warning.isEmpty())
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning.arg(QRegularExpression::escape(path))));
         QCOMPARE(RKFileEncoder::encodeAndCopyCLP(QFileInfo(path)), expected);
     }
 

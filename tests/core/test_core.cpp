@@ -165,8 +165,10 @@ private Q_SLOTS:
         QCOMPARE(config.resource(QStringLiteral("holidays/x.xml")), second + QStringLiteral("/holidays/x.xml"));
         // Nothing found: the shipped directory's path, so that a warning names a useful file.
         QCOMPARE(config.resource(QStringLiteral("nowhere/none.xml")), QDir(shipped).filePath(QStringLiteral("nowhere/none.xml")));
+        QCOMPARE(config.findInGlintoraDirs(QStringLiteral("holidays/x.xml")).absoluteFilePath(), second + QStringLiteral("/holidays/x.xml"));
         QVERIFY(config.findInGlintoraDirs(QStringLiteral("nowhere/none.xml")).filePath().isEmpty());
         QVERIFY(config.findInGlintoraDirs(QString()).filePath().isEmpty());
+        QCOMPARE(config.findInGlintoraDirs(second + QStringLiteral("/holidays/x.xml")).absoluteFilePath(), second + QStringLiteral("/holidays/x.xml"));
 
         qunsetenv("RKXML_RESOURCE_PATH");
         config.reload();
