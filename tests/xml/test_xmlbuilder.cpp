@@ -108,6 +108,28 @@ private Q_SLOTS:
         QCOMPARE(RKXMLBuilder::toString(reread, 4), first);
     }
 
+    void cdataSplitsAtItsEndMarker_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("no end marker") << QStringLiteral("a < b & c");
+        QTest::newRow("end marker inside") << QStringLiteral("x]]>y");
+        QTest::newRow("at both ends") << QStringLiteral("]]>a]]>");
+        QTest::newRow("brackets run into it") << QStringLiteral("]]]]>>");
+    }
+    void cdataSplitsAtItsEndMarker()
+    {
+        // QDom writes sections as they are: the document it writes must stay well-formed and
+        // read back the same text.
+        QFETCH(QString, text);
+        QDomDocument document;
+        QDomElement root = RKXMLBuilder::buildRootElement(document, QStringLiteral("style"));
+        RKXMLBuilder::appendCData(root, text);
+        QDomDocument reread;
+        QVERIFY(reread.setContent(document.toString()));
+        QCOMPARE(reread.documentElement().text(), text);
+        QVERIFY(reread.documentElement().firstChild().isCDATASection());
+    }
+
     void toStringStopsAtWriterOutput()
     {
         QDomDocument empty;
