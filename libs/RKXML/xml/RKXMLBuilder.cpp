@@ -18,6 +18,10 @@ QString number6(double v)
     return QString::number(v, 'g', 6);
 }
 
+// Lightest weight saved as "bold" = "yes": anything above QFont::Medium (57), so that
+// DemiBold (63) and heavier count as bold and Normal (50) or Medium do not.
+constexpr int lightestBoldWeight = 58;
+
 }
 
 // ---------------------------------------------------------------- builders
@@ -120,7 +124,7 @@ void RKXMLBuilder::addAttribute(QDomElement& element, const QString& name, bool 
 
 void RKXMLBuilder::addAttribute(QDomElement& element, const QFont& font)
 {
-    addAttribute(element, QStringLiteral("bold"), font.weight() >= 58);
+    addAttribute(element, QStringLiteral("bold"), font.weight() >= lightestBoldWeight);
     element.setAttribute(QStringLiteral("face"), font.family());
     addAttribute(element, QStringLiteral("italic"), font.style() != QFont::StyleNormal);
     addAttribute(element, QStringLiteral("size"), font.pointSize());
