@@ -75,8 +75,6 @@ private slots:
         const QByteArray path = (myChangingDir.path() + QLatin1Char(':') + testDataPath(QStringLiteral("holidays/resources"))).toLocal8Bit();
         qputenv("RKXML_RESOURCE_PATH", path);
         RKSingleton<RKDirectoryConfig>::instance().reload();
-        // The broken fixture hr_HR.xml is reported once, while the files are read.
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("XML parse error.*hr_HR.xml")));
         calculator();
     }
 
@@ -333,7 +331,8 @@ private slots:
         QCOMPARE(provinces.size(), 6);
         QVERIFY(std::is_sorted(provinces.cbegin(), provinces.cend(), [](const QString& a, const QString& b) { return QString::localeAwareCompare(a, b) < 0; }));
         QVERIFY(calculator().availableProvinces(RKLocale("xx", "YY")).isEmpty());
-        // The broken file contributes nothing.
+        // A language's file is read when first asked for; the broken one is reported then and contributes nothing.
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
         QVERIFY(calculator().availableProvinces(croatian).isEmpty());
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
         QCOMPARE(holidays(2024, QString(), "holidays,vacations", croatian).size(), 0);
@@ -361,12 +360,10 @@ private slots:
         write("<vacation start=\"2024-02-19\" end=\"2024-02-20\" name=\"Zimske\"/><!-- shorter -->");
         QCOMPARE(::vacations(2024, QString(), slovene).size(), 2);
         QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), shippedDays);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
         calculator().reloadData();
         QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), 1);
         QFile::remove(path);
         QCOMPARE(::vacations(2024, QString(), slovene).size(), shippedVacationDays);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
         calculator().reloadData();
         QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), shippedDays);
         QCOMPARE(holidays(2024, "ALL").size(), 23); // the fixture files are all back
@@ -490,9 +487,11 @@ private slots:
             }));
             threads.last()->start();
         }
-        for (int n = 0; n < 5; ++n) {
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
+        // Reloading is cheap (files are read again on the next query), so go on until the
+        // threads have queried across reloads.
+        for (int n = 0; n < 5 || queries.loadAcquire() < 200; ++n) {
             calculator().reloadData();
+            QThread::yieldCurrentThread();
         }
         stop.storeRelease(1);
         for (QThread* thread : threads) {

@@ -1,6 +1,9 @@
 #include "RKSVGCompiler.h"
 
+#include "private/RKSVGTextFitter.h"
+
 #include "RKCssSheetCache.h"
+#include "RKXMLBuilder.h"
 #include "RKXMLParser.h"
 
 #include <RKMath.h>
@@ -270,6 +273,7 @@ void RKSVGCompiler::update()
             applyInstructions();
         fixImageTags();
         removeEmptyElements();
+        RKSVGTextFitter::fit(myDocument);
     }
     if (toDo(ToDoInsertCss))
         addCss();
@@ -406,7 +410,7 @@ void RKSVGCompiler::insertCurrentCss()
     QDomElement style = myDocument.createElement(STR_STYLE);
     style.setAttribute(STR_TYPE, STR_TEXT_CSS);
     style.setAttribute(STR_TITLE, STR_CURRENT);
-    style.appendChild(myDocument.createCDATASection(text));
+    RKXMLBuilder::appendCData(style, text);
     root.insertBefore(style, root.firstChild());
 }
 

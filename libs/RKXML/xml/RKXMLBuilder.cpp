@@ -65,8 +65,20 @@ QDomElement RKXMLBuilder::buildDomElement(QDomNode& parent, const QString& tagNa
 QDomElement RKXMLBuilder::buildDomElementCData(QDomNode& parent, const QString& tagName, const QString& text)
 {
     QDomElement element = buildDomElement(parent, tagName);
-    element.appendChild(ownerOf(parent).createCDATASection(text));
+    appendCData(element, text);
     return element;
+}
+
+void RKXMLBuilder::appendCData(QDomElement& element, const QString& text)
+{
+    static const QString END = QStringLiteral("]]>");
+    QDomDocument owner = element.ownerDocument();
+    int from = 0;
+    for (int at = text.indexOf(END); at >= 0; at = text.indexOf(END, at + 1)) {
+        element.appendChild(owner.createCDATASection(text.mid(from, at + 2 - from)));
+        from = at + 2;
+    }
+    element.appendChild(owner.createCDATASection(text.mid(from)));
 }
 
 QDomElement RKXMLBuilder::buildDomElement(QDomNode& parent, const QString& tagName, const QImage& image)
