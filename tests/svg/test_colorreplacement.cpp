@@ -2,7 +2,6 @@
 
 #include <RKColorReplacementInstructions.h>
 #include <RKCustomCardColorConfig.h>
-#include <RKDefaultCssSheetFactory.h>
 #include <RKDirectoryConfig.h>
 
 #include <QDomDocument>
@@ -82,10 +81,8 @@ private slots:
 
         QTest::newRow("upper case source, translucent target") << "#FF0000" << "#0000ff" << "0.501961";
         QTest::newRow("opaque target") << "#00ff00" << "#112233" << "";
-        QTest::newRow("keyword untouched") << "red" << "red" << "";
         QTest::newRow("three digits untouched") << "#f00" << "#f00" << "";
         QTest::newRow("unknown colour untouched") << "#123456" << "#123456" << "";
-        QTest::newRow("gradient reference untouched") << "url(#grad)" << "url(#grad)" << "";
         // Entries are tried in ARGB order (green before red); only the first found is applied.
         QTest::newRow("first entry only") << "#ff0000 #00FF00" << "#ff0000 #112233" << "";
         QTest::newRow("every occurrence") << "#ff0000,#FF0000" << "#0000ff,#0000ff" << "0.501961";
@@ -126,8 +123,6 @@ private slots:
         QTest::newRow("joined form changed in place")
             << "fill:#00FF00;stroke:#abcdef;font-family:x#00ff00" << "fill:#112233;stroke:#abcdef;font-family:x#00ff00";
         QTest::newRow("trailing semicolon dropped") << "fill:#00ff00;" << "fill:#112233";
-        QTest::newRow("opaque opacity replaced")
-            << "fill:#00ff00;stroke:#ff0000;stroke-opacity:1" << "fill:#112233;stroke:#0000ff;stroke-opacity:0.501961";
     }
 
     void applyStyle()
@@ -150,37 +145,17 @@ private slots:
         QCOMPARE(split.value(QStringLiteral("stroke")), QStringLiteral("a:b"));
     }
 
-    void applyWalksWholeTree()
-    {
-        QString text = QStringLiteral("<svg fill=\"#ff0000\">");
-        for (int i = 0; i < 50; ++i)
-            text += QStringLiteral("<g id=\"g%1\" stroke=\"#ff0000\">text<!-- c -->").arg(i);
-        text += QStringLiteral("<rect id=\"leaf\" fill=\"#ff0000\"/>");
-        for (int i = 0; i < 50; ++i)
-            text += QStringLiteral("</g><rect id=\"s%1\" style=\"fill:#ff0000\"/>").arg(i);
-        text += QStringLiteral("</svg>");
-        QDomDocument document = parse(text);
-        table({ { QColor("#ff0000"), QColor("#00ff00") } }).apply(document);
-        QVERIFY(!document.toString().contains(QStringLiteral("#ff0000")));
-        QCOMPARE(document.toString().count(QStringLiteral("#00ff00")), 102);
-        const QDomElement last = document.documentElement().lastChildElement();
-        QCOMPARE(last.attribute(QStringLiteral("id")), QStringLiteral("s49"));
-        QCOMPARE(last.attribute(QStringLiteral("style")), QStringLiteral("fill:#00ff00"));
-    }
-
     void extractAndApplyLookAtTheSamePlaces_data()
     {
         QTest::addColumn<QString>("svg");
         QTest::addColumn<int>("colors");
+        // The whole tree: text and comment children passed over, the element after a subtree reached.
         QTest::newRow("fill, stroke, style; other attributes and short forms ignored") << QStringLiteral(
-            "<svg fill=\"#FF0000\"><g stroke=\"#00ff00\"><rect style=\"fill:#0000FF;stop-color:#123456\" opacity=\"#abcdef\"/>"
-            "<rect fill=\"red\" stroke=\"#abc\"/></g></svg>") << 4;
-        QTest::newRow("keywords only") << QStringLiteral("<svg fill=\"red\"><rect style=\"fill:red\"/></svg>") << 0;
+            "<svg fill=\"#FF0000\"><g stroke=\"#00ff00\">text<!-- c --><rect style=\"fill:#0000FF;stop-color:#123456\" opacity=\"#abcdef\"/>"
+            "<rect fill=\"red\" stroke=\"#abc\"/></g><rect style=\"fill:#ff0000\"/></svg>") << 4;
         QTest::newRow("color property (currentColor)") << QStringLiteral("<svg><g style=\"color:#000000;fill:currentColor\"/></svg>") << 1;
         QTest::newRow("property name in upper case") << QStringLiteral("<svg><g style=\"FILL:#102030\"/></svg>") << 1;
-        QTest::newRow("stop-color and fill together") << QStringLiteral("<svg><g style=\"stop-color:#ff0000;fill:#00ff00\" stroke=\"#0000FF\"/></svg>") << 3;
         QTest::newRow("not a colour property") << QStringLiteral("<svg><g style=\"font-family:#abcdef;-inkscape-x:#123456\"/></svg>") << 0;
-        QTest::newRow("upper-case attribute colour") << QStringLiteral("<svg><g fill=\"#FFFFFF\"/></svg>") << 1;
     }
 
     void extractAndApplyLookAtTheSamePlaces()
@@ -274,7 +249,6 @@ private slots:
         const RKColorReplacementInstructions edited = table({ { QColor("#ff0000"), QColor("#0000ff") } });
         const RKColorReplacementInstructions editedAlpha = table({ { QColor("#ff0000"), HALF_BLUE } });
 
-        QTest::newRow("empty, empty") << empty << empty << true << true;
         QTest::newRow("empty, unedited") << empty << unedited << true << true;
         QTest::newRow("empty, edited") << empty << edited << false << false;
         QTest::newRow("two unedited tables") << unedited << otherUnedited << false << false;
@@ -314,7 +288,6 @@ private slots:
         for (const RKNamedColor& color : colors) {
             const QString title = QStringLiteral("customColor") + color.color().name();
             QCOMPARE(sheets.value(title), title + QStringLiteral(".css"));
-            QCOMPARE(RKDefaultCssSheetFactory::color(sheets.value(title)), color.color().name());
         }
     }
 

@@ -129,13 +129,6 @@ private slots:
                "<g style=\"stroke:red;Fill:blue\"><rect/></g><g fill=\"red\"><polygon/></g><line/></svg>"
             << "<svg><path d=\"M0 0L1 1Z\" fill=\"#000000\"/><path d=\"M0 0L1 1\"/><g><RECT fill=\"#000000\"/><circle fill=\"#000000\"/></g>"
                "<g style=\"stroke:red;Fill:blue\"><rect/></g><g fill=\"red\"><polygon/></g><line/></svg>";
-        // The whole pipeline on a layer in plain groups: lifted, the emptied groups gone, neighbours merged.
-        QTest::newRow("pipeline lifts and merges") << "prepareDomDocument"
-            << "<svg><!--c--><g transform=\"translate(1,1)\"><g transform=\"scale(2)\"><g transform=\"rotate(5)\" vako:layertype=\"render\">"
-               "<rect/></g></g></g><g vako:layertype=\"render\"><circle/></g><defs><g id=\"s\"><path/></g></defs>"
-               "<g vako:layertype=\"transfer\"><use xlink:href=\"#s\" x=\"3\"/></g></svg>"
-            << "<svg><g vako:layertype=\"render\" vako:merged=\"2\"><g transform=\"translate(1,1) scale(2) rotate(5)\"><rect/></g>"
-               "<g><circle/></g></g><g vako:layertype=\"transfer\"><g><path/></g></g></svg>";
     }
 
     void steps()

@@ -92,7 +92,6 @@ private Q_SLOTS:
         list.setValue(QStringLiteral("int"), -42);
         list.setValue(QStringLiteral("uint"), 4294967295u);
         list.setValue(QStringLiteral("tenth"), 0.1);
-        list.setValue(QStringLiteral("huge"), 1e300);
         list.setValue(QStringLiteral("third"), 1.0 / 3.0);
         list.setValue(QStringLiteral("angle"), RKAngle(-12.345678901234));
         list.setValue(QStringLiteral("opaque"), QColor(255, 0, 0));
@@ -108,7 +107,6 @@ private Q_SLOTS:
         QCOMPARE(back.intValue(QStringLiteral("int")), -42);
         QCOMPARE(back.uintValue(QStringLiteral("uint")), 4294967295u);
         QCOMPARE(back.realValue(QStringLiteral("tenth")), 0.1);
-        QCOMPARE(back.realValue(QStringLiteral("huge")), 1e300);
         QCOMPARE(back.realValue(QStringLiteral("third")), 1.0 / 3.0);
         QCOMPARE(back.angleValue(QStringLiteral("angle")).degrees(), -12.345678901234);
         QCOMPARE(back.colorValue(QStringLiteral("opaque")), QColor(255, 0, 0));

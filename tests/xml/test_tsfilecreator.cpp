@@ -101,23 +101,22 @@ private Q_SLOTS:
 
     void charactersXmlCannotHoldReadBack()
     {
-        // U+FFFE, a control character and a lone surrogate must not make the file unreadable.
+        // Bad characters in a source and in a translation must not make the file unreadable
+        // (which characters are bad: test_xmlbuilder's charactersXmlCannotHold).
         const Table additions = {
             {QStringLiteral("plain"), QStringLiteral("einfach")},
             {QStringLiteral("bad") + QChar(0xFFFE), QStringLiteral("x") + QChar(0x01)},
-            {QStringLiteral("half") + QChar(0xD800), QStringLiteral("y")},
         };
         RKTSFileCreator creator;
         const QFileInfo target = file(QStringLiteral("bad.ts"));
         QTest::ignoreMessage(QtWarningMsg, "Characters that XML cannot hold were written as U+FFFD.");
         QVERIFY(creator.merge(target, additions));
         const Table read = creator.readTranslations(target);
-        QCOMPARE(read.size(), 3);
+        QCOMPARE(read.size(), 2);
         QCOMPARE(read.value(QStringLiteral("bad") + QChar(0xFFFD)), QStringLiteral("x") + QChar(0xFFFD));
-        QCOMPARE(read.value(QStringLiteral("half") + QChar(0xFFFD)), QStringLiteral("y"));
         // A later merge adds to the file instead of writing into an unreadable one.
         QVERIFY(creator.merge(target, {{QStringLiteral("more"), QStringLiteral("mehr")}}));
-        QCOMPARE(creator.readTranslations(target).size(), 4);
+        QCOMPARE(creator.readTranslations(target).size(), 3);
     }
 
     void saveFailuresLeaveFilesAlone()
