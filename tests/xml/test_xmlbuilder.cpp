@@ -339,11 +339,19 @@ private Q_SLOTS:
         QCOMPARE(event.index(), -1);
     }
 
+    void faultFileSizeLimit_data()
+    {
+        // Where the disk fills up: within the first buffer, a later one, or near the end's flush.
+        QTest::addColumn<int>("limit");
+        QTest::newRow("4 KiB") << 4096;
+        QTest::newRow("64 KiB") << 65536;
+        QTest::newRow("300 KB") << 300000;
+    }
     void faultFileSizeLimit()
     {
         // The disk fills up part way through a 1 MB document: the cut-short temporary file still
         // looks like XML (it ends in "/>"), but the save must fail and leave target and backup alone.
-        const int limit = 4096;
+        QFETCH(int, limit);
         QDomDocument document = sampleDocument();
         QDomElement root = document.documentElement();
         while (RKXMLBuilder::toString(document, 4).size() < 1000000) {
