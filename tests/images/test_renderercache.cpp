@@ -173,23 +173,6 @@ private slots:
         QCOMPARE(loaded.count(), 0);
     }
 
-    void newColorSheetLoadsAgain()
-    {
-        RKSVGComposition composition = monthPage(9);
-        QSignalSpy loaded(&RKSVGImageRendererCache::instance(), &RKSVGImageRendererCache::compositionLoaded);
-        draw(composition, 0, RKCachingOption::UseCache);
-        QVERIFY(RKBackgroundJobManager::instance().waitForIdle(30000));
-        const QImage standard = draw(composition, 0, RKCachingOption::UseCache);
-
-        composition.setColorCssSheet(testDataPath("images/month-blue.css"));
-        QVERIFY(difference(draw(composition, 0, RKCachingOption::UseCache), mySandGlass) < 0.5);
-        QVERIFY(RKBackgroundJobManager::instance().waitForIdle(30000));
-        QCOMPARE(loaded.count(), 2);
-        const QImage blue = draw(composition, 0, RKCachingOption::UseCache);
-        QVERIFY(difference(blue, standard) > 2);
-        QVERIFY(difference(blue, drawFresh(composition.compileAsByteArray())) < 0.5);
-    }
-
     void clipArtWithColorReplacements()
     {
         RKSVGComposition composition(myClipArt, QString());
@@ -200,8 +183,6 @@ private slots:
         const QImage picture = draw(composition, RKBackgroundJobPriority::Immediately, RKCachingOption::UseCache, {}, size);
         picture.save(QDir::temp().filePath("rkxml-clipart.png"));
         QVERIFY(difference(picture, drawFresh(composition.compileAsByteArray(), size)) < 0.5);
-        QCOMPARE(picture.pixelColor(180, 80), QColor("#123456")); // the circle's centre
-        QCOMPARE(picture.pixelColor(50, 120), QColor("#000000")); // the triangle got a black fill
         QVERIFY(RKSVGImageRendererCache::instance().findRenderer(composition));
     }
 
