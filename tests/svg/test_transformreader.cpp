@@ -80,7 +80,7 @@ void TestTransformReader::inError_data()
     const char* const lists[] = {
         "translate(1", "translate(1,)", "translate(,1)", "translate(1 2 3)", "rotate(1 2)", "matrix(1 2 3 4 5)",
         "scale()", "foo(1)", "Translate(1)", "translate(1) garbage", "translate(1),", ",translate(1)",
-        "translate(1 ,, 2)", "translate(1e999)", "translate(5) scale(2", "translate 1", "translate(1e)", "skewX(+)",
+        "translate(1 ,, 2)", "translate(1e999)", "scale(1e200) scale(1e200)", "translate(5) scale(2", "translate 1", "translate(1e)", "skewX(+)",
     };
     for (const char* list : lists)
         QTest::newRow(list) << QString::fromLatin1(list);
@@ -146,6 +146,9 @@ void TestTransformReader::points()
     const QDomElement rect = document.documentElement().firstChildElement().firstChildElement();
     QCOMPARE(RKSVGTransformReader::transformMatrix(rect).map(QPointF(0, 0)), QPointF(20, 5));
     QVERIFY(RKSVGTransformReader::transformMatrix(QDomElement()).isIdentity());
+    // Each list is finite; their product is not.
+    document.setContent(QStringLiteral("<g transform=\"scale(1e200)\"><rect transform=\"scale(1e200)\"/></g>"));
+    QVERIFY(RKSVGTransformReader::transformMatrix(document.documentElement().firstChildElement()).isIdentity());
 }
 
 QTEST_MAIN(TestTransformReader)
