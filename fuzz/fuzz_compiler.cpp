@@ -3,8 +3,9 @@
 // sheet. The template is not changed; the page parses again; the root stays; there is at most
 // one titled style element, "current", first; no removable "_empty" element is left; each day
 // cell has at most one marker, as its last child; every keyed element shows the text its
-// earliest set-text instruction gives. Compiling the page again changes nothing but image
-// fitting. The spot-colour mask of the template paints only in black and white.
+// earliest set-text instruction gives; fitted images and markers have finite numbers.
+// Compiling the page again changes nothing but image fitting. The spot-colour mask of the
+// template paints only in black and white.
 #include "FuzzSupport.h"
 
 #include <RKCalculatedHolidayCache.h>
@@ -109,6 +110,22 @@ void checkTexts(const QVector<QDomElement>& all)
         while (!node.isNull() && !node.isText())
             node = node.nextSibling();
         fuzz::require(!node.isNull() && node.nodeValue() == RKTextTransform::parse(e).apply(text));
+    }
+}
+
+// Fitted images and day markers get finite numbers when the template holds no infinite or
+// undefined ones ("inf", "nan" are numbers to the readers).
+void checkGeometry(const QVector<QDomElement>& all, const QByteArray& template_)
+{
+    if (template_.toLower().contains("inf") || template_.toLower().contains("nan"))
+        return;
+    for (const QDomElement& e : all) {
+        const bool image = e.tagName() == QLatin1String("image");
+        const bool marker = e.tagName() == QLatin1String("rect") && e.attribute(STR_ID).startsWith(QLatin1String("child_Day_"));
+        if (!image && !marker)
+            continue;
+        for (const char* name : { "x", "y", "width", "height" })
+            fuzz::require(std::isfinite(RKXMLParser::doubleAttribute(e, QLatin1String(name), 0.0)));
     }
 }
 
@@ -219,6 +236,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
     checkMarkers(all);
     checkTexts(all);
+    checkGeometry(all, bytes);
 
     const QDomDocument twice = compile(compiled, sheets);
     fuzz::require(withoutImageGeometry(twice) == withoutImageGeometry(compiled));
