@@ -111,6 +111,7 @@ Command compileCommand()
             QStringLiteral("file to write (default: standard output)"), QStringLiteral("file"))}
         + regionOptions(QLatin1String(ALL_FEATURES));
     command.run = runCompile;
+    command.needsGui = true; // fitting long texts into their room measures fonts
     return command;
 }
 

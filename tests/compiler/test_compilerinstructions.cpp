@@ -1,3 +1,6 @@
+// Compiler instructions: what one does to an element, sets of them, the factory that makes
+// a page's set from its content key and the holiday caches, and the cache that keeps the sets.
+
 #include "RKTestSupport.h"
 
 #include <RKAbstractHolidayCache.h>
@@ -10,25 +13,56 @@
 #include <QThread>
 
 namespace {
-/// Counts how often the factory asks it for a day's names: once per day shown per build.
-class CountingHolidayCache : public RKAbstractHolidayCache
+const RKLocale GERMAN(QStringLiteral("de"), QStringLiteral("DE"));
+
+RKCalendariumContentKey keyOf(const QDate& date, const QString& features = QString(), const QString& province = QString(),
+    const RKProjectIdentifier& project = RKProjectIdentifier())
+{
+    RKCalendariumHolidayConfig config;
+    config.setLanguage(GERMAN);
+    config.setProvince(province);
+    config.setFeatures(RKCalendariumFeatures(features));
+    return RKCalendariumContentKey(RKCalendariumContentConfig(date, config), project);
+}
+
+/// Marked days of a fixture: names, days off and pictures by date. Counts how often the factory
+/// asks it for a day's names: once per day shown per build.
+class FixtureHolidayCache : public RKAbstractHolidayCache
 {
 public:
-    bool hasHolidayOfType(const RKCalendariumContentKey&, const RKCalendariumHolidayType&) const override { return false; }
-    QStringList holidaysAt(const RKCalendariumContentKey&) const override
+    bool hasHolidayOfType(const RKCalendariumContentKey& day, const RKCalendariumHolidayType&) const override
+    {
+        return daysOff.contains(day.date());
+    }
+    QStringList holidaysAt(const RKCalendariumContentKey& day) const override
     {
         calls.ref();
-        return QStringList();
+        return names.value(day.date());
     }
-    RKHolidayImage holidayImageAt(const RKCalendariumContentKey&) const override { return RKHolidayImage(QString(), QSize(-1, -1)); }
+    RKHolidayImage holidayImageAt(const RKCalendariumContentKey& day) const override
+    {
+        return images.value(day.date(), RKHolidayImage(QString(), QSize(-1, -1)));
+    }
+    QSet<QDate> daysOff;
+    QHash<QDate, QStringList> names;
+    QHash<QDate, RKHolidayImage> images;
     mutable QAtomicInt calls;
 };
 
-RKCalendariumContentKey pageKey(const QString& project)
+RKSVGCompilerInstructionsFactory& factory()
 {
-    RKCalendariumHolidayConfig config;
-    config.setLanguage(RKLocale(QStringLiteral("de"), QStringLiteral("DE")));
-    return RKCalendariumContentKey(RKCalendariumContentConfig(QDate(2024, 3, 1), config), RKProjectIdentifier(project, false));
+    return RKSingleton<RKSVGCompilerInstructionsFactory>::instance();
+}
+
+/// The value of the one instruction under `key` that sets `attribute` ("" for text); "<none>" or "<many>" otherwise.
+QString valueOf(const RKSVGCompilerInstructions& set, const QString& key, const QString& attribute = QString())
+{
+    QStringList values;
+    for (const RKSVGCompilerInstruction& instruction : set.replacements(key)) {
+        if (instruction.targetAttribute() == attribute)
+            values << instruction.targetValue();
+    }
+    return values.size() == 1 ? values.first() : values.isEmpty() ? QStringLiteral("<none>") : QStringLiteral("<many>");
 }
 
 RKSVGCompilerInstructions setOf(const QList<QPair<QString, RKSVGCompilerInstruction>>& entries, const QString& description)
@@ -53,7 +87,6 @@ private slots:
         QTest::addColumn<QString>("element");
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("no text child: one node appended") << "<text/>" << "5" << "<text>5</text>";
         QTest::newRow("first text child replaced, later kept") << "<text>a<tspan/>b</text>" << "5" << "<text>5<tspan/>b</text>";
         QTest::newRow("element first, then text") << "<text><tspan>x</tspan>old</text>" << "5" << "<text><tspan>x</tspan>5</text>";
         QTest::newRow("nested text only: appended after") << "<text><tspan>x</tspan></text>" << "5" << "<text><tspan>x</tspan>5</text>";
@@ -98,9 +131,6 @@ private slots:
         RKSVGCompilerInstruction().applyInstruction(&rect);
         RKSVGCompilerInstruction(QStringLiteral("x")).applyInstruction(nullptr);
         QCOMPARE(document.toString(-1).trimmed(), QStringLiteral("<rect class=\"new\"/>"));
-        QCOMPARE(RKSVGCompilerInstruction().describe(), QStringLiteral("doNothing: ="));
-        QCOMPARE(RKSVGCompilerInstruction(QStringLiteral("id"), QStringLiteral("Day_1")).describe(), QStringLiteral("setAttribute: id=Day_1"));
-        QCOMPARE(RKSVGCompilerInstruction(QStringLiteral("5")).describe(), QStringLiteral("setText: =5"));
     }
 
     void replacementsNewestFirst()
@@ -140,22 +170,16 @@ private slots:
         QCOMPARE(left != right, !equal);
     }
 
-    void emptySet()
-    {
-        RKSVGCompilerInstructions set(QStringLiteral("vako:cal"));
-        set.setDescription(QStringLiteral("Fri Mar 1 2024"));
-        QVERIFY(set.isEmpty());
-        QCOMPARE(set.hashValue(), qHash(QStringLiteral("Fri Mar 1 2024"), 0));
-    }
-
     // The cache asks the factory once per key, also when threads ask at the same time.
     void cacheBuildsOnce()
     {
-        static CountingHolidayCache counter; // outlives the factory's use of it
-        RKSVGCompilerInstructionsFactory& factory = RKSingleton<RKSVGCompilerInstructionsFactory>::instance();
+        static FixtureHolidayCache counter; // no marked days; outlives the factory's use of it
         RKSVGCompilerInstructionsCache& cache = RKSingleton<RKSVGCompilerInstructionsCache>::instance();
-        factory.addHolidayCache(&counter);
-        const RKSVGCompilerInstructions reference = factory.createInstructions(pageKey(QStringLiteral("p0")));
+        const auto pageKey = [](const QString& project) {
+            return keyOf(QDate(2024, 3, 1), QString(), QString(), RKProjectIdentifier(project, false));
+        };
+        factory().addHolidayCache(&counter);
+        const RKSVGCompilerInstructions reference = factory().createInstructions(pageKey("p0"));
         const int perBuild = counter.calls.fetchAndStoreRelaxed(0);
         QVERIFY(perBuild > 0);
 
@@ -182,13 +206,153 @@ private slots:
         QCOMPARE(counter.calls.loadRelaxed(), perBuild * projects.size());
         QCOMPARE(cache.size(), projects.size());
 
-        cache.instructions(pageKey(QStringLiteral("p1")));
+        cache.instructions(pageKey("p1"));
         QCOMPARE(counter.calls.loadRelaxed(), perBuild * projects.size());
         cache.clear();
         QCOMPARE(cache.size(), 0);
-        cache.instructions(pageKey(QStringLiteral("p1")));
+        cache.instructions(pageKey("p1"));
         QCOMPARE(counter.calls.loadRelaxed(), perBuild * (projects.size() + 1));
-        factory.removeHolidayCache(&counter);
+        factory().removeHolidayCache(&counter);
+    }
+
+    void noCache()
+    {
+        const RKCalendariumContentKey day = keyOf(QDate(2024, 12, 25), QStringLiteral("holidays"));
+        QVERIFY(!factory().hasHolidayOfType(day));
+        QVERIFY(factory().holidaysAt(day).isEmpty());
+        QCOMPARE(factory().holidayImageAt(day), RKHolidayImage(QString(), QSize(-1, -1)));
+        QVERIFY(factory().createInstructions(RKCalendariumContentKey()).isEmpty());
+    }
+
+    // A "0" in front of any number up to 9, negative ones too; strings other than one character stay.
+    void as2DEdgeCases()
+    {
+        QCOMPARE(RKSVGCompilerInstructionsFactory::as2D(-3), QStringLiteral("0-3"));
+        QCOMPARE(RKSVGCompilerInstructionsFactory::as2D(QString()), QString());
+    }
+
+    void weekRows_data()
+    {
+        QTest::addColumn<QDate>("month");
+        QTest::addColumn<QString>("prefix");
+        QTest::addColumn<int>("rows");
+        QTest::newRow("28 days from Monday") << QDate(2021, 2, 1) << "cm" << 4;
+        QTest::newRow("31 days from Sunday") << QDate(2026, 3, 1) << "cm" << 6;
+        QTest::newRow("list: 28 days from Monday") << QDate(2021, 2, 1) << "lcm" << 4;
+        QTest::newRow("list: 31 days from Sunday") << QDate(2026, 3, 1) << "lcm" << 6;
+    }
+    void weekRows()
+    {
+        QFETCH(QDate, month);
+        QFETCH(QString, prefix);
+        QFETCH(int, rows);
+        const RKSVGCompilerInstructions set = factory().createInstructions(keyOf(month));
+        for (int i = 0; i < 6; ++i) {
+            const QString expected = i < rows ? QStringLiteral("%1_cal_week%2").arg(prefix).arg(i) : prefix + QStringLiteral("_cal_week_empty");
+            QCOMPARE(valueOf(set, QStringLiteral("%1_week%2_style").arg(prefix).arg(i), QStringLiteral("class")), expected);
+        }
+    }
+
+    void yearsAndCover_data()
+    {
+        QTest::addColumn<QDate>("month");
+        QTest::addColumn<QString>("yearShort");
+        QTest::addColumn<QString>("endYear");
+        QTest::addColumn<QString>("oneYear");
+        QTest::addColumn<QString>("twoYears");
+        QTest::addColumn<QString>("previousMonth");
+        QTest::newRow("January 2000") << QDate(2000, 1, 1) << "0" << "2000" << "cov_oneyear" << "cov_twoyears_empty" << "12";
+        QTest::newRow("July 2009") << QDate(2009, 7, 1) << "9" << "2010" << "cov_oneyear_empty" << "cov_twoyears" << "06";
+    }
+    void yearsAndCover()
+    {
+        QFETCH(QDate, month);
+        QFETCH(QString, yearShort);
+        QFETCH(QString, endYear);
+        QFETCH(QString, oneYear);
+        QFETCH(QString, twoYears);
+        QFETCH(QString, previousMonth);
+        const RKSVGCompilerInstructions set = factory().createInstructions(keyOf(month));
+        QCOMPARE(valueOf(set, "cm_year_short"), yearShort);
+        QCOMPARE(valueOf(set, "cm_cov_start_year"), QString::number(month.year()));
+        QCOMPARE(valueOf(set, "cm_cov_end_year"), endYear);
+        QCOMPARE(valueOf(set, "cm_cov_oneyear_style", "class"), oneYear);
+        QCOMPARE(valueOf(set, "cm_cov_twoyears_style", "class"), twoYears);
+        QCOMPARE(set.replacements("cm_year").size(), 2); // from the month and from the year instructions
+        QCOMPARE(valueOf(set, "pm_month_number2d"), previousMonth);
+    }
+
+    // March 2026 begins on a Sunday; April 2026 on a Wednesday.
+    void cells_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("dayText");
+        QTest::addColumn<QString>("cssClass");
+        QTest::addColumn<QString>("id");
+        QTest::newRow("block: before the first") << "cm_day00" << "" << "cm_cal_weekday_empty" << "<none>";
+        QTest::newRow("block: Sunday the first") << "cm_day06" << "1" << "cm_cal_sunday0" << "Day_2026-03-01";
+        QTest::newRow("block: Saturday in row 4") << "cm_day45" << "28" << "cm_cal_saturday4" << "Day_2026-03-28";
+        QTest::newRow("block: the 31st in row 5") << "cm_day51" << "31" << "cm_cal_weekday5" << "Day_2026-03-31";
+        QTest::newRow("block: after the last") << "cm_day52" << "" << "cm_cal_weekday_empty" << "<none>";
+        QTest::newRow("block: next month") << "nm_day02" << "1" << "nm_cal_weekday0" << "Day_2026-04-01";
+        QTest::newRow("list: Sunday the first") << "lcm_day00" << "1" << "lcm_cal_sunday0" << "Day_2026-03-01";
+        QTest::newRow("list: Monday starts row 1") << "lcm_day01" << "2" << "lcm_cal_weekday1" << "Day_2026-03-02";
+        QTest::newRow("list: past April's end") << "lm01_day30" << "" << "lm01_cal_weekday_empty" << "<none>";
+        QTest::newRow("list: 30 April") << "lm01_day29" << "30" << "lm01_cal_weekday4" << "Day_2026-04-30";
+    }
+    void cells()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, dayText);
+        QFETCH(QString, cssClass);
+        QFETCH(QString, id);
+        const RKSVGCompilerInstructions set = factory().createInstructions(keyOf(QDate(2026, 3, 1)));
+        QCOMPARE(valueOf(set, key), dayText);
+        QCOMPARE(valueOf(set, key + "_style", "class"), cssClass);
+        QCOMPARE(valueOf(set, key + "_style", "id"), id);
+        const QString day2d = QString(key).replace("_day", "_day2d");
+        QCOMPARE(valueOf(set, day2d), dayText.size() == 1 ? "0" + dayText : dayText);
+    }
+
+    void listDayNames()
+    {
+        const RKSVGCompilerInstructions set = factory().createInstructions(keyOf(QDate(2026, 3, 1)));
+        QCOMPARE(valueOf(set, "lcm_dayname00"), QStringLiteral("Sonntag"));
+        QCOMPARE(valueOf(set, "lcm_dayname_short_uc01"), valueOf(set, "cm_dayname_short_uc0"));
+        QCOMPARE(valueOf(set, "lcm_dayname00_style", "class"), QStringLiteral("lcm_cal_sunday0"));
+        QCOMPARE(valueOf(set, "lcm_week-6_style", "class"), QStringLiteral("lcm_cal_week_empty"));
+        QCOMPARE(valueOf(set, "lcm_week0"), QStringLiteral("9")); // ISO week of 1 March 2026
+        QCOMPARE(valueOf(set, "lcm_week1"), QStringLiteral("10"));
+    }
+
+    // 4 March 2024 (a Monday, cell "10") has twelve names and is a day off; 5 March (cell "11") has a picture.
+    void holidaysOfCells()
+    {
+        FixtureHolidayCache fixture;
+        QStringList twelve;
+        for (int i = 1; i <= 12; ++i)
+            twelve << QStringLiteral("n%1").arg(i);
+        fixture.names.insert(QDate(2024, 3, 4), twelve);
+        fixture.daysOff.insert(QDate(2024, 3, 4));
+        fixture.images.insert(QDate(2024, 3, 5), RKHolidayImage(QStringLiteral("moon.svg"), QSize(30, 20)));
+        factory().addHolidayCache(&fixture);
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression("imageholiday"));
+        const RKSVGCompilerInstructions set = factory().createInstructions(keyOf(QDate(2024, 3, 1)));
+        factory().removeHolidayCache(&fixture);
+
+        QCOMPARE(valueOf(set, "cm_day10_style", "class"), QStringLiteral("cm_cal_sunday1"));
+        QCOMPARE(valueOf(set, "cm_holiday100"), QStringLiteral("n1"));
+        QCOMPARE(valueOf(set, "cm_holiday109"), QStringLiteral("n10"));
+        QCOMPARE(valueOf(set, "cm_holiday109_style", "class"), QStringLiteral("other_event"));
+        QCOMPARE(valueOf(set, "cm_holiday110"), QString());
+        QCOMPARE(valueOf(set, "cm_holiday110_style", "class"), QStringLiteral("no_event"));
+        QCOMPARE(valueOf(set, "cm_holidays"), twelve.join(',').prepend("4: "));
+        QCOMPARE(valueOf(set, "cm_imageholiday11", "xlink:href"), QStringLiteral("moon.svg"));
+        QCOMPARE(valueOf(set, "cm_imageholiday11", "vako:imagewidth"), QStringLiteral("30"));
+        QCOMPARE(valueOf(set, "cm_imageholiday11", "vako:imageheight"), QStringLiteral("20"));
+        QCOMPARE(valueOf(set, "lcm_day03_style", "class"), QStringLiteral("lcm_cal_sunday1"));
+        QCOMPARE(valueOf(set, "lcm_holiday039"), QStringLiteral("n10"));
+        QVERIFY(!set.contains("cm_imageholiday10"));
     }
 };
 

@@ -2,7 +2,6 @@
 
 #include <RKBackgroundJobManager.h>
 #include <RKFileEncoder.h>
-#include <RKFileHandler.h>
 
 #include <QSemaphore>
 #include <QThread>
@@ -43,13 +42,6 @@ private:
 std::atomic<int> CountingJob::runs[4];
 QSemaphore* CountingJob::gate = nullptr;
 std::atomic<Qt::HANDLE> CountingJob::lastThread{nullptr};
-
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-}
 
 }
 
@@ -105,35 +97,31 @@ private slots:
 
     void encodedFiles_data()
     {
-        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QByteArray>("content"); // null: no file
         QTest::addColumn<QByteArray>("expected");
-        QTest::addColumn<bool>("warns");
+        QTest::addColumn<QString>("warning");    // pattern, %1 the file's path
         const QByteArray svg = "<svg xmlns=\"http://www.w3.org/2000/svg\"/>";
-        QTest::newRow("plain") << svg << svg << false;
-        QTest::newRow("encoded") << RKFileEncoder::encode(svg) << svg << false;
-        QTest::newRow("magic only") << RKFileEncoder::CLP_MAGIC << QByteArray() << true;
-        QTest::newRow("damaged") << QByteArray(RKFileEncoder::encode(svg)).replace(14, 6, "xxxxxx") << QByteArray() << true;
-        QTest::newRow("truncated") << RKFileEncoder::encode(svg).left(20) << QByteArray() << true;
-        QTest::newRow("huge claim") << QByteArray(RKFileEncoder::CLP_MAGIC + "\xff\xff\xff\xff" + "xyz") << QByteArray() << true;
+        const QString damaged = QStringLiteral("^Damaged encoded file \"%1\"$");
+        QTest::newRow("plain") << svg << svg << QString();
+        QTest::newRow("encoded") << RKFileEncoder::encode(svg) << svg << QString();
+        QTest::newRow("magic only") << RKFileEncoder::CLP_MAGIC << QByteArray() << damaged;
+        QTest::newRow("damaged") << QByteArray(RKFileEncoder::encode(svg)).replace(14, 6, "xxxxxx") << QByteArray() << damaged;
+        QTest::newRow("truncated") << RKFileEncoder::encode(svg).left(20) << QByteArray() << damaged;
+        QTest::newRow("huge claim") << QByteArray(RKFileEncoder::CLP_MAGIC + "\xff\xff\xff\xff" + "xyz") << QByteArray() << damaged;
+        QTest::newRow("missing") << QByteArray() << QByteArray() << QStringLiteral("^Could not read file \"%1\": ");
     }
     void encodedFiles()
     {
         QFETCH(QByteArray, content);
         QFETCH(QByteArray, expected);
-        QFETCH(bool, warns);
+        QFETCH(QString, warning);
         const QString path = myDir.filePath(QStringLiteral("clip.svg"));
-        writeFile(path, content);
-        if (warns)
-            QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("Damaged encoded file \"%1\"").arg(path)));
+        QFile::remove(path);
+        if (!content.isNull())
+            writeTestFile(path, content);
+        if (!warning.isEmpty())
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning.arg(QRegularExpression::escape(path))));
         QCOMPARE(RKFileEncoder::encodeAndCopyCLP(QFileInfo(path)), expected);
-    }
-
-    void missingFileWarns()
-    {
-        const QString path = myDir.filePath(QStringLiteral("missing.svg"));
-        QTest::ignoreMessage(QtWarningMsg,
-            QRegularExpression(QStringLiteral("^Could not read file \"%1\": ").arg(QRegularExpression::escape(path))));
-        QVERIFY(RKFileEncoder::encodeAndCopyCLP(QFileInfo(path)).isEmpty());
     }
 
 private:

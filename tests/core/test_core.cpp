@@ -50,14 +50,6 @@ public:
 };
 std::atomic<int> Features::fills{0};
 
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-}
-
 // Runs `work` on `count` threads released together; fails when one does not finish.
 void runConcurrently(int count, const std::function<void(int)>& work)
 {
@@ -161,9 +153,9 @@ private Q_SLOTS:
     void resourcePathOrderAndFallBack()
     {
         const QString first = myDir.filePath(QStringLiteral("first")), second = myDir.filePath(QStringLiteral("second"));
-        writeFile(second + QStringLiteral("/holidays/x.xml"), "<second/>");
-        writeFile(first + QStringLiteral("/only/first.xml"), "<first/>");
-        writeFile(second + QStringLiteral("/only/first.xml"), "<shadowed/>");
+        writeTestFile(second + QStringLiteral("/holidays/x.xml"), "<second/>");
+        writeTestFile(first + QStringLiteral("/only/first.xml"), "<first/>");
+        writeTestFile(second + QStringLiteral("/only/first.xml"), "<shadowed/>");
         qputenv("RKXML_RESOURCE_PATH", (first + QStringLiteral("::") + second).toLocal8Bit());
         RKDirectoryConfig& config = RKDirectoryConfig::instance();
         config.reload();
@@ -194,7 +186,7 @@ private Q_SLOTS:
     void loaderFailuresAreReportedOnce()
     {
         const QString path = myDir.filePath(QStringLiteral("broken.xml"));
-        writeFile(path, "<root>\n  <a>\n  </b>\n</root>\n");
+        writeTestFile(path, "<root>\n  <a>\n  </b>\n</root>\n");
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^XML parse error in \".*broken\\.xml\" at line 3, column \\d+: .+$")));
         QVERIFY(RKXMLLoader::loadDocument(path).isNull());
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^XML parse error in \".*broken\\.xml\"")));
@@ -204,7 +196,7 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg, "Could not read XML file \"\": no file name");
         QVERIFY(RKXMLLoader::loadDocument(QString()).isNull());
 
-        writeFile(path, "<root a=\"1\"/>");
+        writeTestFile(path, "<root a=\"1\"/>");
         QCOMPARE(RKXMLLoader::loadDocumentElement(path).attribute(QStringLiteral("a")), QStringLiteral("1"));
         // Prefixed names stay as written.
         QCOMPARE(RKXMLLoader::parse("<svg vako:cal=\"x\"/>", QStringLiteral("mem")).documentElement().attribute(QStringLiteral("vako:cal")), QStringLiteral("x"));
@@ -213,7 +205,7 @@ private Q_SLOTS:
     void monolithPaths()
     {
         const QString pack = myDir.filePath(QStringLiteral("m/pack.rkm"));
-        writeFile(pack, "packed");
+        writeTestFile(pack, "packed");
         QVERIFY(RKMonolithFile::isMonolithPath(pack + QStringLiteral("/cards/a.svg")));
         QVERIFY(RKMonolithFile::isMonolithPath(pack + QStringLiteral("/a.svg")));
         for (const QString& outside : {pack, myDir.filePath(QStringLiteral("m/other/x.svg")), QString(), QStringLiteral("/")})

@@ -10,7 +10,14 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include <atomic>
+#include <thread>
+#include <vector>
+
 namespace {
+constexpr int WORKERS = 8;
+constexpr qint64 RUN_MILLISECONDS = 1500;
+
 QString fixture(const QString& name)
 {
     return QDir::cleanPath(testDataPath(QStringLiteral("css/") + name));
@@ -56,224 +63,267 @@ class TestCssCache : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-
-    void factoryColor_data();
-    void factoryColor();
-    void generatedSheetsNeverTouchDisk();
-    void shippedSheets();
-    void unknownIds();
-    void evictionAfter101Ids();
-    void mapCacheAndClear();
-    void unreadableListings();
-    void selfInclude();
-    void includeCycle();
-    void hugeSheet();
-};
-
-void TestCssCache::initTestCase()
-{
-    isolateUserFiles();
-    RKDirectoryConfig::instance().reload();
-    QCOMPARE(cache().maximumCacheSize(), 100);
-    QCOMPARE(registry().maximumCacheSize(), 100);
-}
-
-void TestCssCache::init()
-{
-    cache().clearCache();
-    registry().clearCache();
-    QVERIFY(cache().isEmpty());
-    QVERIFY(registry().isEmpty());
-}
-
-void TestCssCache::factoryColor_data()
-{
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QString>("color");
-    QTest::newRow("hex") << "customColor#ff0000.css" << "#ff0000";
-    QTest::newRow("keyword") << "customColorred.css" << "red";
-    QTest::newRow("no colour") << "customColor.css" << "";
-    QTest::newRow("prefix case") << "customcolor#ff0000.css" << "";
-    QTest::newRow("suffix case") << "customColor#ff0000.CSS" << "";
-    QTest::newRow("leading text") << "xcustomColor#ff0000.css" << "";
-    QTest::newRow("plain sheet") << "css/default.css" << "";
-    QTest::newRow("empty") << "" << "";
-}
-
-void TestCssCache::factoryColor()
-{
-    QFETCH(QString, id);
-    QFETCH(QString, color);
-    QCOMPARE(RKDefaultCssSheetFactory::color(id), color);
-    QCOMPARE(RKDefaultCssSheetFactory::cssAvailable(id), !color.isEmpty());
-    QCOMPARE(RKDefaultCssSheetFactory::cssString(id),
-        color.isEmpty() ? QString() : QStringLiteral(".vakoCustomFill{fill: %1;}").arg(color));
-}
-
-void TestCssCache::generatedSheetsNeverTouchDisk()
-{
-    MessageCapture capture;
-    QCOMPARE(cache().cssString(QStringLiteral("customColor#ff0000.css")), QStringLiteral(".vakoCustomFill{fill: #ff0000;}"));
-    QVERIFY(registry().isValidId(QStringLiteral("customColor#123456.css")));
-    QVERIFY(registry().isEmpty());
-    QCOMPARE(cache().currentCacheSize(), 1);
-    QVERIFY(MessageCapture::messages().isEmpty());
-}
-
-void TestCssCache::shippedSheets()
-{
-    const QFileInfo list(shippedDataPath(QStringLiteral("css/calendar-sheets.xml")));
-    const RKCssSheetTitleIdMap map = cache().styleSheetsIn(list);
-    QCOMPARE(map.keys(), (QStringList{ "Blue", "Green", "Standard" }));
-    QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Standard"));
-    // Shipped sheets are named relative to the data directory, independent of where it is installed.
-    QCOMPARE(map.values(), (QStringList{ "css/blue.css", "css/green.css", "css/default.css" }));
-
-    for (const QString& id : map.values()) {
-        QVERIFY(registry().isValidId(id));
-        QFile file(shippedDataPath(id));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QString css = cache().cssString(id);
-        QCOMPARE(css, QString::fromUtf8(file.readAll()));
-        for (const char* selector : { ".cm_cal_sunday0", ".m11_cal_saturday5", ".lcm_cal_weekday5", ".holiday" })
-            QVERIFY2(css.contains(QLatin1String(selector)), qPrintable(id + QLatin1Char(' ') + selector));
-    }
-    QVERIFY(cache().cssString(QStringLiteral("css/blue.css")) != cache().cssString(QStringLiteral("css/default.css")));
-
-    // A sheet object goes by its id, which is its absolute path here.
-    const RKCssSheet sheet(QFileInfo(shippedDataPath(QStringLiteral("css/green.css"))));
-    QCOMPARE(sheet.id(), QDir::cleanPath(shippedDataPath(QStringLiteral("css/green.css"))));
-    QCOMPARE(cache().cssString(sheet), cache().cssString(QStringLiteral("css/green.css")));
-    QVERIFY(cache().cssString(RKCssSheet()).isEmpty());
-
-    // A template elsewhere that includes the shipped list.
-    QTemporaryDir dir;
-    const QString svg = dir.filePath(QStringLiteral("page.svg"));
-    writeFile(svg, QStringLiteral("<?xml-stylesheets href=\"%1\"?><svg/>").arg(list.absoluteFilePath()).toUtf8());
-    const RKCssSheetTitleIdMap included = cache().styleSheetsIn(QFileInfo(svg));
-    QCOMPARE(included.keys(), map.keys());
-    QCOMPARE(included.values(), map.values());
-}
-
-void TestCssCache::unknownIds()
-{
-    MessageCapture capture;
-    QVERIFY(!registry().document(QStringLiteral("css/nothere.css")).isValid());
-    QVERIFY(!registry().isValidId(QStringLiteral("css/nothere.css")));
-    QVERIFY(registry().document(QString()).fileInfo().filePath().isEmpty());
-    const QString warning = QStringLiteral("file with CSSId=css/nothere.css not found");
-    QCOMPARE(MessageCapture::messages(), (QStringList{ warning, warning }));
-
-    MessageCapture::messages().clear();
-    QVERIFY(cache().cssString(QStringLiteral("css/nothere.css")).isEmpty());
-    QVERIFY(cache().cssString(QStringLiteral("css/nothere.css")).isEmpty()); // the empty text is cached
-    QCOMPARE(MessageCapture::messages(), QStringList{ warning });
-    QVERIFY(registry().isEmpty());
-}
-
-void TestCssCache::evictionAfter101Ids()
-{
-    QTemporaryDir dir;
-    QStringList ids;
-    for (int i = 0; i < 101; ++i) {
-        ids << dir.filePath(QStringLiteral("sheet%1.css").arg(i));
-        writeFile(ids.last(), QStringLiteral(".s%1{}").arg(i).toUtf8());
-    }
-    for (const QString& id : qAsConst(ids))
-        QCOMPARE(cache().cssString(id), QStringLiteral(".s%1{}").arg(ids.indexOf(id)));
-    QCOMPARE(cache().currentCacheSize(), 100);
-
-    // Change the files on disk: only an evicted text is read again.
-    writeFile(ids.first(), ".changed{}");
-    writeFile(ids.last(), ".changed{}");
-    QCOMPARE(cache().cssString(ids.last()), QStringLiteral(".s100{}"));
-    QCOMPARE(cache().cssString(ids.first()), QStringLiteral(".changed{}"));
-    QCOMPARE(cache().currentCacheSize(), 100);
-}
-
-void TestCssCache::mapCacheAndClear()
-{
-    QTemporaryDir dir;
-    QVERIFY(QFile::copy(fixture(QStringLiteral("alpha.css")), dir.filePath(QStringLiteral("alpha.css"))));
-    QVERIFY(QFile::copy(fixture(QStringLiteral("beta.css")), dir.filePath(QStringLiteral("beta.css"))));
-    const QString listing = dir.filePath(QStringLiteral("list.xml"));
-    writeFile(listing, "<?xml-stylesheet href=\"alpha.css\" title=\"A\"?><list/>");
-    QCOMPARE(cache().styleSheetsIn(QFileInfo(listing)).keys(), QStringList{ "A" });
-
-    writeFile(listing, "<?xml-stylesheet href=\"beta.css\" title=\"B\"?><list/>");
-    QCOMPARE(cache().styleSheetsIn(QFileInfo(listing)).keys(), QStringList{ "A" });
-    cache().clearCache();
-    QVERIFY(cache().isEmpty());
-    QCOMPARE(cache().styleSheetsIn(QFileInfo(listing)).keys(), QStringList{ "B" });
-    QVERIFY(!cache().isEmpty());
-}
-
-void TestCssCache::unreadableListings()
-{
-    const QString missing = fixture(QStringLiteral("nothere.xml"));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Could not read XML file")));
-    QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("include fails: file not found: ") + missing));
-    QVERIFY(cache().styleSheetsIn(QFileInfo(missing)).isEmpty());
-
-    const QString broken = fixture(QStringLiteral("broken.xml"));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^XML parse error in ")));
-    QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("include fails: file not found: ") + broken));
-    QVERIFY(cache().styleSheetsIn(QFileInfo(broken)).isEmpty());
-    QVERIFY(cache().isEmpty()); // failures are not cached
-}
-
-void TestCssCache::selfInclude()
-{
-    const QString path = fixture(QStringLiteral("include-self.xml"));
-    QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("include cycle: file already being read: ") + path));
-    const RKCssSheetTitleIdMap map = cache().styleSheetsIn(QFileInfo(path));
-    QCOMPARE(map.keys(), QStringList{ "Alpha" });
-
-    MessageCapture capture;
-    QCOMPARE(cache().styleSheetsIn(QFileInfo(path)), map);
-    QVERIFY(MessageCapture::messages().isEmpty());
-}
-
-void TestCssCache::includeCycle()
-{
-    const QString a = fixture(QStringLiteral("cycle-a.xml"));
-    const QString b = fixture(QStringLiteral("cycle-b.xml"));
-    QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("include cycle: file already being read: ") + a));
-    const RKCssSheetTitleIdMap fromA = cache().styleSheetsIn(QFileInfo(a));
-    QCOMPARE(fromA.keys(), (QStringList{ "Alpha", "Beta" }));
-    QCOMPARE(fromA.defaultCssSheetTitle(), QStringLiteral("Alpha"));
-
-    // b's map built inside the cut cycle lacked a's sheets and was not cached:
-    // asked directly, b is read again and gets a's complete map from the cache.
-    MessageCapture capture;
-    const RKCssSheetTitleIdMap fromB = cache().styleSheetsIn(QFileInfo(b));
-    QCOMPARE(fromB.keys(), (QStringList{ "Alpha", "Beta" }));
-    QCOMPARE(fromB.defaultCssSheetTitle(), QStringLiteral("Beta"));
-    QVERIFY(MessageCapture::messages().isEmpty());
-}
-
-void TestCssCache::hugeSheet()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("huge.css"));
+    void initTestCase()
     {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        const QByteArray block = QByteArray(".dayNumber{fill:#123456;}\n").repeated(40000); // ~1 MB
-        for (int i = 0; i < 50; ++i)
-            QCOMPARE(file.write(block), qint64(block.size()));
+        isolateUserFiles();
+        RKDirectoryConfig::instance().reload();
     }
-    const qint64 size = QFileInfo(path).size();
-    QElapsedTimer timer;
-    timer.start();
-    const QString css = cache().cssString(path);
-    QCOMPARE(qint64(css.size()), size);
-    QVERIFY(css.endsWith(QStringLiteral("{fill:#123456;}\n")));
-    QVERIFY2(timer.elapsed() < 30000, "reading 50 MB took too long");
-    cache().clearCache();
-}
+
+    void init()
+    {
+        cache().clearCache();
+        registry().clearCache();
+        QVERIFY(cache().isEmpty());
+        QVERIFY(registry().isEmpty());
+    }
+
+    void factoryColor_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<QString>("color");
+        QTest::newRow("hex") << "customColor#ff0000.css" << "#ff0000";
+        QTest::newRow("keyword") << "customColorred.css" << "red";
+        QTest::newRow("no colour") << "customColor.css" << "";
+        QTest::newRow("prefix case") << "customcolor#ff0000.css" << "";
+        QTest::newRow("suffix case") << "customColor#ff0000.CSS" << "";
+        QTest::newRow("leading text") << "xcustomColor#ff0000.css" << "";
+        QTest::newRow("plain sheet") << "css/default.css" << "";
+        QTest::newRow("empty") << "" << "";
+    }
+
+    void factoryColor()
+    {
+        QFETCH(QString, id);
+        QFETCH(QString, color);
+        QCOMPARE(RKDefaultCssSheetFactory::color(id), color);
+        QCOMPARE(RKDefaultCssSheetFactory::cssAvailable(id), !color.isEmpty());
+        QCOMPARE(RKDefaultCssSheetFactory::cssString(id),
+            color.isEmpty() ? QString() : QStringLiteral(".vakoCustomFill{fill: %1;}").arg(color));
+    }
+
+    void generatedSheetsNeverTouchDisk()
+    {
+        MessageCapture capture;
+        QCOMPARE(cache().cssString(QStringLiteral("customColor#ff0000.css")), QStringLiteral(".vakoCustomFill{fill: #ff0000;}"));
+        QVERIFY(registry().isValidId(QStringLiteral("customColor#123456.css")));
+        QVERIFY(registry().isEmpty());
+        QCOMPARE(cache().currentCacheSize(), 1);
+        QVERIFY(MessageCapture::messages().isEmpty());
+    }
+
+    void shippedSheets()
+    {
+        const QFileInfo list(shippedDataPath(QStringLiteral("css/calendar-sheets.xml")));
+        const RKCssSheetTitleIdMap map = cache().styleSheetsIn(list);
+        QCOMPARE(map.keys(), (QStringList{ "Blue", "Green", "Standard" }));
+        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Standard"));
+        // Shipped sheets are named relative to the data directory, independent of where it is installed.
+        QCOMPARE(map.values(), (QStringList{ "css/blue.css", "css/green.css", "css/default.css" }));
+
+        for (const QString& id : map.values()) {
+            QVERIFY(registry().isValidId(id));
+            QFile file(shippedDataPath(id));
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QString css = cache().cssString(id);
+            QCOMPARE(css, QString::fromUtf8(file.readAll()));
+            for (const char* selector : { ".cm_cal_sunday0", ".m11_cal_saturday5", ".lcm_cal_weekday5", ".holiday" })
+                QVERIFY2(css.contains(QLatin1String(selector)), qPrintable(id + QLatin1Char(' ') + selector));
+        }
+        QVERIFY(cache().cssString(QStringLiteral("css/blue.css")) != cache().cssString(QStringLiteral("css/default.css")));
+
+        // A sheet object goes by its id, its absolute path here: the same text as by the short id.
+        const RKCssSheet sheet(QFileInfo(shippedDataPath(QStringLiteral("css/green.css"))));
+        QCOMPARE(cache().cssString(sheet), cache().cssString(QStringLiteral("css/green.css")));
+        QVERIFY(cache().cssString(RKCssSheet()).isEmpty());
+    }
+
+    void unknownIds()
+    {
+        MessageCapture capture;
+        QVERIFY(!registry().document(QStringLiteral("css/nothere.css")).isValid());
+        QVERIFY(!registry().isValidId(QStringLiteral("css/nothere.css")));
+        QVERIFY(registry().document(QString()).fileInfo().filePath().isEmpty());
+        const QString warning = QStringLiteral("file with CSSId=css/nothere.css not found");
+        QCOMPARE(MessageCapture::messages(), (QStringList{ warning, warning }));
+
+        MessageCapture::messages().clear();
+        QVERIFY(cache().cssString(QStringLiteral("css/nothere.css")).isEmpty());
+        QVERIFY(cache().cssString(QStringLiteral("css/nothere.css")).isEmpty()); // the empty text is cached
+        QCOMPARE(MessageCapture::messages(), QStringList{ warning });
+        QVERIFY(registry().isEmpty());
+    }
+
+    void evictionAfter101Ids()
+    {
+        QTemporaryDir dir;
+        QStringList ids;
+        for (int i = 0; i < 101; ++i) {
+            ids << dir.filePath(QStringLiteral("sheet%1.css").arg(i));
+            writeFile(ids.last(), QStringLiteral(".s%1{}").arg(i).toUtf8());
+        }
+        for (const QString& id : qAsConst(ids))
+            QCOMPARE(cache().cssString(id), QStringLiteral(".s%1{}").arg(ids.indexOf(id)));
+        QCOMPARE(cache().currentCacheSize(), 100);
+
+        // Change the files on disk: only an evicted text is read again.
+        writeFile(ids.first(), ".changed{}");
+        writeFile(ids.last(), ".changed{}");
+        QCOMPARE(cache().cssString(ids.last()), QStringLiteral(".s100{}"));
+        QCOMPARE(cache().cssString(ids.first()), QStringLiteral(".changed{}"));
+        QCOMPARE(cache().currentCacheSize(), 100);
+    }
+
+    void mapCacheAndClear()
+    {
+        QTemporaryDir dir;
+        QVERIFY(QFile::copy(fixture(QStringLiteral("alpha.css")), dir.filePath(QStringLiteral("alpha.css"))));
+        QVERIFY(QFile::copy(fixture(QStringLiteral("beta.css")), dir.filePath(QStringLiteral("beta.css"))));
+        const QString listing = dir.filePath(QStringLiteral("list.xml"));
+        writeFile(listing, "<?xml-stylesheet href=\"alpha.css\" title=\"A\"?><list/>");
+        QCOMPARE(cache().styleSheetsIn(QFileInfo(listing)).keys(), QStringList{ "A" });
+
+        writeFile(listing, "<?xml-stylesheet href=\"beta.css\" title=\"B\"?><list/>");
+        QCOMPARE(cache().styleSheetsIn(QFileInfo(listing)).keys(), QStringList{ "A" });
+        cache().clearCache();
+        QVERIFY(cache().isEmpty());
+        QCOMPARE(cache().styleSheetsIn(QFileInfo(listing)).keys(), QStringList{ "B" });
+        QVERIFY(!cache().isEmpty());
+    }
+
+    void unreadableListings()
+    {
+        const QString missing = fixture(QStringLiteral("nothere.xml"));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Could not read XML file")));
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("include fails: file not found: ") + missing));
+        QVERIFY(cache().styleSheetsIn(QFileInfo(missing)).isEmpty());
+
+        const QString broken = fixture(QStringLiteral("broken.xml"));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^XML parse error in ")));
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("include fails: file not found: ") + broken));
+        QVERIFY(cache().styleSheetsIn(QFileInfo(broken)).isEmpty());
+        QVERIFY(cache().isEmpty()); // failures are not cached
+    }
+
+    void selfInclude()
+    {
+        const QString path = fixture(QStringLiteral("include-self.xml"));
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("include cycle: file already being read: ") + path));
+        const RKCssSheetTitleIdMap map = cache().styleSheetsIn(QFileInfo(path));
+        QCOMPARE(map.keys(), QStringList{ "Alpha" });
+
+        MessageCapture capture;
+        QCOMPARE(cache().styleSheetsIn(QFileInfo(path)), map);
+        QVERIFY(MessageCapture::messages().isEmpty());
+    }
+
+    void includeCycle()
+    {
+        const QString a = fixture(QStringLiteral("cycle-a.xml"));
+        const QString b = fixture(QStringLiteral("cycle-b.xml"));
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("include cycle: file already being read: ") + a));
+        const RKCssSheetTitleIdMap fromA = cache().styleSheetsIn(QFileInfo(a));
+        QCOMPARE(fromA.keys(), (QStringList{ "Alpha", "Beta" }));
+        QCOMPARE(fromA.defaultCssSheetTitle(), QStringLiteral("Alpha"));
+
+        // b's map built inside the cut cycle lacked a's sheets and was not cached:
+        // asked directly, b is read again and gets a's complete map from the cache.
+        MessageCapture capture;
+        const RKCssSheetTitleIdMap fromB = cache().styleSheetsIn(QFileInfo(b));
+        QCOMPARE(fromB.keys(), (QStringList{ "Alpha", "Beta" }));
+        QCOMPARE(fromB.defaultCssSheetTitle(), QStringLiteral("Beta"));
+        QVERIFY(MessageCapture::messages().isEmpty());
+    }
+
+    void hugeSheet()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("huge.css"));
+        {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            const QByteArray block = QByteArray(".dayNumber{fill:#123456;}\n").repeated(40000); // ~1 MB
+            for (int i = 0; i < 50; ++i)
+                QCOMPARE(file.write(block), qint64(block.size()));
+        }
+        const qint64 size = QFileInfo(path).size();
+        QElapsedTimer timer;
+        timer.start();
+        const QString css = cache().cssString(path);
+        QCOMPARE(qint64(css.size()), size);
+        QVERIFY(css.endsWith(QStringLiteral("{fill:#123456;}\n")));
+        QVERIFY2(timer.elapsed() < 30000, "reading 50 MB took too long");
+        cache().clearCache();
+    }
+
+    void hammerCachesWhileClearing()
+    {
+        // Expected answers, computed on this thread before any sharing (the tests above check them).
+        QStringList cssIds{ "css/default.css", "css/blue.css", "css/green.css" };
+        for (const char* name : { "alpha.css", "beta.css", "gamma.css" })
+            cssIds << fixture(QLatin1String(name));
+        // More generated sheets than the cache holds, so that eviction runs concurrently too.
+        for (int i = 0; i < 150; ++i)
+            cssIds << QStringLiteral("customColor#%1.css").arg(i * 101, 6, 16, QLatin1Char('0'));
+        const QStringList listings{ shippedDataPath(QStringLiteral("css/calendar-sheets.xml")), fixture(QStringLiteral("list.xml")),
+            fixture(QStringLiteral("includer.svg")), fixture(QStringLiteral("template.svg")) };
+        QHash<QString, QString> expectedCss;
+        for (const QString& id : qAsConst(cssIds)) {
+            expectedCss.insert(id, cache().cssString(id));
+            QVERIFY2(!expectedCss.value(id).isEmpty(), qPrintable(id));
+        }
+        QHash<QString, QStringList> expectedTitles;
+        for (const QString& listing : listings) {
+            expectedTitles.insert(listing, cache().styleSheetsIn(QFileInfo(listing)).keys());
+            QVERIFY2(!expectedTitles.value(listing).isEmpty(), qPrintable(listing));
+        }
+        cache().clearCache();
+        registry().clearCache();
+
+        std::atomic<int> mismatches{ 0 };
+        std::atomic<int> calls{ 0 };
+        std::atomic<bool> stop{ false };
+
+        auto worker = [&](int seed) {
+            QElapsedTimer timer;
+            timer.start();
+            int step = seed * 7;
+            while (timer.elapsed() < RUN_MILLISECONDS) {
+                const QString& id = cssIds.at(step % cssIds.size());
+                if (cache().cssString(id) != expectedCss.value(id))
+                    ++mismatches;
+                const QString& listing = listings.at((step / 3) % listings.size());
+                if (cache().styleSheetsIn(QFileInfo(listing)).keys() != expectedTitles.value(listing))
+                    ++mismatches;
+                const QString sheetId = cssIds.at((step * 13) % cssIds.size());
+                if (!sheetId.startsWith(QLatin1String("customColor")) && !registry().document(sheetId).isValid())
+                    ++mismatches;
+                calls += 3;
+                step += seed + 1;
+            }
+        };
+        auto clearer = [&]() {
+            while (!stop.load()) {
+                cache().clearCache();
+                registry().clearCache();
+                std::this_thread::sleep_for(std::chrono::milliseconds(2));
+            }
+        };
+
+        std::thread clearing(clearer);
+        std::vector<std::thread> workers;
+        for (int i = 0; i < WORKERS; ++i)
+            workers.emplace_back(worker, i);
+        for (std::thread& thread : workers)
+            thread.join();
+        stop = true;
+        clearing.join();
+
+        qInfo() << "calls:" << calls.load();
+        QVERIFY(calls.load() > WORKERS * 3);
+        QCOMPARE(mismatches.load(), 0);
+        QVERIFY(cache().currentCacheSize() <= cache().maximumCacheSize());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestCssCache)
 #include "test_csscache.moc"

@@ -39,416 +39,386 @@ class TestCssSheet : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase()
+    {
+        isolateUserFiles();
+        RKDirectoryConfig::instance().reload();
+    }
 
-    void sheetId_data();
-    void sheetId();
-    void sheetFromInstruction();
-    void readCss();
-    void readCssFailures();
-    void badBytesCostOnlyThemselves_data();
-    void badBytesCostOnlyThemselves();
+    void sheetId_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("id");
+        QTest::newRow("below glintora") << "/opt/app/glintora/css/default.css" << "css/default.css";
+        QTest::newRow("last glintora wins") << "/a/glintora/b/glintora/c.css" << "c.css";
+        QTest::newRow("case-sensitive") << "/a/Glintora/c.css" << "/a/Glintora/c.css";
+        QTest::newRow("no trailing slash") << "/a/glintora" << "/a/glintora";
+        QTest::newRow("outside") << "/usr/share/rkxml/css/blue.css" << "/usr/share/rkxml/css/blue.css";
+    }
 
-    void evaluateStyleSheet_data();
-    void evaluateStyleSheet();
-    void findStyleSheetsInTemplate();
-    void findStyleSheetsIgnoresOtherInput();
-    void includes();
+    void sheetId()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, id);
+        QCOMPARE(RKCssSheet(QFileInfo(path)).id(), id);
+    }
 
-    void mapXmlRoundTripLosesCustomSheet();
-    void mapReadsCustomSheetTitle();
-    void mapWithoutElement();
-    void mapDefaults();
-    void mapLookups();
+    void sheetFromInstruction()
+    {
+        const QDir base(testDataPath(QStringLiteral("css")));
+        const RKCssSheet last(instruction(QStringLiteral("href=\"alpha.css\" title=\"A\" href = \"beta.css\"")), base);
+        QCOMPARE(last.fileInfo().absoluteFilePath(), fixture(QStringLiteral("beta.css")));
+        QVERIFY(last.isValid());
 
-    void minimalPaths();
+        const RKCssSheet none(instruction(QStringLiteral("title=\"A\"")), base);
+        QVERIFY(none.fileInfo().filePath().isEmpty());
+        QVERIFY(!none.isValid());
+        QVERIFY(none.id().isEmpty());
+
+        const RKCssSheet missing(instruction(QStringLiteral("href=\"nothere.css\"")), base);
+        QVERIFY(!missing.isValid());
+        QCOMPARE(missing.id(), fixture(QStringLiteral("nothere.css")));
+        QVERIFY(!RKCssSheet().isValid());
+    }
+
+    void readCss()
+    {
+        const QString css = RKCssSheet(QFileInfo(fixture(QStringLiteral("strangefont.css")))).readCssFromFile();
+        QCOMPARE(css.count(QStringLiteral("font-family: 'Arial Narrow','Times New Roman'")), 2);
+        QVERIFY(!css.contains(QStringLiteral("font-family: Function-Light")));
+        // The substitution is case-sensitive.
+        QVERIFY(css.contains(QStringLiteral("font-family: function-light")));
+
+        // Only ".css" in lower case is a style sheet: no read, a null string.
+        const QString upper = RKCssSheet(QFileInfo(fixture(QStringLiteral("upper.CSS")))).readCssFromFile();
+        QVERIFY(upper.isNull());
+    }
+
+    void badBytesCostOnlyThemselves_data()
+    {
+        QTest::addColumn<QByteArray>("bad");
+        QTest::newRow("NUL") << QByteArray(1, '\0');
+        QTest::newRow("stray continuation byte") << QByteArray("\x80");
+        QTest::newRow("overlong slash") << QByteArray("\xC0\xAF");
+        QTest::newRow("encoded surrogate") << QByteArray("\xED\xA0\x80");
+        QTest::newRow("invalid lead byte") << QByteArray("\xFF");
+        QTest::newRow("Latin-1 letters") << QByteArray("Gr\xfc\xdf");
+    }
+
+    void badBytesCostOnlyThemselves()
+    {
+        QFETCH(QByteArray, bad);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("bad.css"));
+        const QByteArray before(".a { fill: red; }\n");
+        const QByteArray after(".b { fill: blue; }\n.c { stroke: \xC3\xBC; }");
+        writeFile(path, before + bad + after);
+        const RKCssSheet sheet{QFileInfo(path)};
+        const QString css = sheet.readCssFromFile();
+        QVERIFY2(css.startsWith(QString::fromUtf8(before)), qPrintable(css));
+        QVERIFY2(css.endsWith(QString::fromUtf8(after)), qPrintable(css));
+        QVERIFY(!css.contains(QChar(0)));
+        QVERIFY(css.contains(QChar(QChar::ReplacementCharacter)));
+        QVERIFY(css.size() <= before.size() + bad.size() + after.size());
+        QCOMPARE(RKSingleton<RKCssSheetCache>::instance().cssString(sheet), css);
+
+        // Cut off at the end: the rules before it are kept.
+        writeFile(path, before + "\xE2\x82");
+        QVERIFY(RKCssSheet(QFileInfo(path)).readCssFromFile().startsWith(QString::fromUtf8(before)));
+    }
+
+    void readCssFailures()
+    {
+        QTemporaryDir dir;
+        const QString missing = dir.filePath(QStringLiteral("missing.css"));
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("-- unable to open file: ") + missing));
+        const QString text = RKCssSheet(QFileInfo(missing)).readCssFromFile();
+        QVERIFY(text.isEmpty());
+        QVERIFY(!text.isNull());
+
+        // A directory cannot be opened as a file, whoever runs the test.
+        const QString directory = dir.filePath(QStringLiteral("folder.css"));
+        QVERIFY(QDir().mkpath(directory));
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("-- unable to open file: ") + directory));
+        QVERIFY(RKCssSheet(QFileInfo(directory)).readCssFromFile().isEmpty());
+
+        const QString locked = dir.filePath(QStringLiteral("locked.css"));
+        writeFile(locked, ".a{}");
+        QFile::setPermissions(locked, QFileDevice::Permissions());
+        QFile probe(locked);
+        if (probe.open(QIODevice::ReadOnly))
+            return; // permissions are not enforced for this user (root); the directory case covered it
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("-- unable to open file: ") + locked));
+        QVERIFY(RKCssSheet(QFileInfo(locked)).readCssFromFile().isEmpty());
+    }
+
+    void evaluateStyleSheet_data()
+    {
+        QTest::addColumn<QString>("data");
+        QTest::addColumn<QStringList>("entries"); // "title=file"
+        QTest::addColumn<QString>("standard");
+        QTest::addColumn<QString>("defaultTitle");
+        QTest::addColumn<bool>("warns");
+
+        QTest::newRow("titled default") << "href=\"alpha.css\" title=\"A\"" << QStringList{ "A=alpha.css" } << "" << "A" << false;
+        QTest::newRow("untitled") << "href=\"alpha.css\"" << QStringList() << "alpha.css" << "" << false;
+        QTest::newRow("title with blank is untitled")
+            << "href=\"alpha.css\" title=\"Two words\"" << QStringList() << "alpha.css" << "" << false;
+        QTest::newRow("alternate yes") << "href=\"alpha.css\" title=\"A\" alternate=\"yes\"" << QStringList{ "A=alpha.css" }
+                                       << "" << "" << false;
+        QTest::newRow("alternate no still alternate")
+            << "href=\"alpha.css\" title=\"A\" alternate=\"no\"" << QStringList{ "A=alpha.css" } << "" << "" << false;
+        QTest::newRow("later href wins") << "title=\"A\" href=\"alpha.css\" href=\"beta.css\"" << QStringList{ "A=beta.css" }
+                                         << "" << "A" << false;
+        QTest::newRow("spaces around equals") << "href = \"gamma.css\"   title =\"G\"" << QStringList{ "G=gamma.css" } << ""
+                                              << "G" << false;
+        QTest::newRow("missing file") << "href=\"nothere.css\" title=\"M\"" << QStringList() << "" << "" << true;
+        QTest::newRow("unbalanced quotes") << "href=\"alpha.css title=\"A\"" << QStringList() << "" << "" << true;
+        QTest::newRow("empty") << "" << QStringList() << "" << "" << true;
+        QTest::newRow("directory is no file") << "href=\".\" title=\"D\"" << QStringList() << "" << "" << true;
+    }
+
+    void evaluateStyleSheet()
+    {
+        QFETCH(QString, data);
+        QFETCH(QStringList, entries);
+        QFETCH(QString, standard);
+        QFETCH(QString, defaultTitle);
+        QFETCH(bool, warns);
+
+        const QFileInfo svg(fixture(QStringLiteral("template.svg")));
+        if (warns) {
+            QFileInfo file;
+            QString title;
+            bool isDefault = true;
+            RKCssSheetParser::parseTitleAndFileInfo(data, svg, &file, &title, &isDefault);
+            const QString path = file.filePath().isEmpty() ? QString() : file.absoluteFilePath();
+            QTest::ignoreMessage(QtWarningMsg,
+                qPrintable(QStringLiteral("Not inserted (file not found or no title): %1 %2").arg(data, path)));
+        }
+        RKCssSheetTitleIdMap map;
+        RKCssSheetParser::evaluateStyleSheet(data, svg, &map);
+
+        QStringList found;
+        for (const QString& title : map.keys())
+            found << title + QLatin1Char('=') + QFileInfo(map.value(title)).fileName();
+        QCOMPARE(found, entries);
+        QCOMPARE(QFileInfo(map.standardSheet()).fileName(), standard);
+        QCOMPARE(map.hasExplicitDefaultCssSheet() ? map.defaultCssSheetTitle() : QString(), defaultTitle);
+    }
+
+    void findStyleSheetsInTemplate()
+    {
+        const QString path = fixture(QStringLiteral("template.svg"));
+        const RKCssSheetTitleIdMap map = RKCssSheetParser::findStyleSheets(RKXMLLoader::loadDocument(path), QFileInfo(path));
+        QCOMPARE(map.keys(), (QStringList{ "Alpha", "Beta", "Gamma" }));
+        QCOMPARE(map.value(QStringLiteral("Alpha")), fixture(QStringLiteral("alpha.css")));
+        QCOMPARE(map.standardSheet(), fixture(QStringLiteral("base.css")));
+        // The last titled sheet that is not an alternate is the default; the one inside the root is never seen.
+        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Gamma"));
+        QVERIFY(!map.contains(QStringLiteral("Inside")));
+    }
+
+    void findStyleSheetsIgnoresOtherInput()
+    {
+        const QString path = fixture(QStringLiteral("template.svg"));
+        QDomDocument document = RKXMLLoader::loadDocument(path);
+        QVERIFY(RKCssSheetParser::findStyleSheets(document, QFileInfo(fixture(QStringLiteral("gone.svg")))).isEmpty());
+
+        QDomDocument inside;
+        QVERIFY(inside.setContent(QStringLiteral("<svg><?xml-stylesheet href=\"alpha.css\" title=\"A\"?></svg>")));
+        const RKCssSheetTitleIdMap none = RKCssSheetParser::findStyleSheets(inside, QFileInfo(path));
+        QVERIFY(none.isEmpty());
+        QVERIFY(none.standardSheet().isEmpty());
+
+        RKCssSheetTitleIdMap map;
+        RKCssSheetParser::evaluateProcessingInstruction(QDomProcessingInstruction(), QFileInfo(path), &map);
+        RKCssSheetParser::evaluateProcessingInstruction(
+            document.createProcessingInstruction(QStringLiteral("xml-other"), QStringLiteral("href=\"alpha.css\" title=\"A\"")),
+            QFileInfo(path), &map);
+        QVERIFY(map.isEmpty());
+    }
+
+    void includes()
+    {
+        const QString path = fixture(QStringLiteral("includer.svg"));
+        const RKCssSheetTitleIdMap map = RKCssSheetParser::findStyleSheets(RKXMLLoader::loadDocument(path), QFileInfo(path));
+        QCOMPARE(map.keys(), (QStringList{ "Alpha", "Beta", "Gamma" }));
+        QCOMPARE(map.value(QStringLiteral("Beta")), fixture(QStringLiteral("beta.css")));
+        // Only entries come in through an include, not the included file's default.
+        QVERIFY(!map.hasExplicitDefaultCssSheet());
+        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Alpha"));
+
+        RKCssSheetTitleIdMap untouched;
+        QTest::ignoreMessage(QtWarningMsg, "failing to include nothere.xml");
+        RKCssSheetParser::evaluateStylesInclude(QStringLiteral("href=\"nothere.xml\""), QFileInfo(path), &untouched);
+        QTest::ignoreMessage(QtWarningMsg, "failing to include ");
+        RKCssSheetParser::evaluateStylesInclude(QStringLiteral("href=\"list.xml"), QFileInfo(path), &untouched);
+        QVERIFY(untouched.isEmpty());
+    }
+
+    void mapXmlRoundTripLosesCustomSheet()
+    {
+        RKCssSheetTitleIdMap map;
+        map.insert(QStringLiteral("Standard"), QStringLiteral("css/default.css"));
+        map.insert(QStringLiteral("Blue"), QStringLiteral("css/blue.css"));
+        map.insert(QStringLiteral("Green"), QStringLiteral("customColor#2e7d32.css"));
+        map.setDefaultCssSheetTitle(QStringLiteral("Blue"));
+        map.setStandardSheet(QStringLiteral("css/base.css"));
+        map.setCustomCssSheet(QStringLiteral("customColor#ff0000.css"));
+
+        QDomDocument document;
+        QDomElement root = document.createElement(QStringLiteral("image"));
+        document.appendChild(root);
+        const QDomElement written = map.buildXML(root);
+        QCOMPARE(written.tagName(), QStringLiteral("cssSheetTitleIdMap"));
+        QCOMPARE(written.attribute(QStringLiteral("CustomCssSheet")), QStringLiteral("customColor#ff0000.css"));
+        QVERIFY(!written.hasAttribute(QStringLiteral("CustomCssSheetTitle")));
+
+        QDomDocument reread;
+        QVERIFY(reread.setContent(document.toString()));
+        const RKCssSheetTitleIdMap back(reread.documentElement());
+        QVERIFY(back.customCssSheet().isEmpty());
+        QVERIFY(back != map);
+        RKCssSheetTitleIdMap expected = map;
+        expected.setCustomCssSheet(QString());
+        QCOMPARE(back, expected);
+    }
+
+    void mapReadsCustomSheetTitle()
+    {
+        QDomDocument document;
+        QVERIFY(document.setContent(QStringLiteral(
+            "<image><cssSheetTitleIdMap CustomCssSheetTitle=\"customColor#00ff00.css\" StandardSheet=\"s.css\">"
+            "<entry key=\"A\" value=\"a.css\"/><entry key=\"A\" value=\"a2.css\"/><other key=\"B\" value=\"b.css\"/>"
+            "</cssSheetTitleIdMap><cssSheetTitleIdMap><entry key=\"C\" value=\"c.css\"/></cssSheetTitleIdMap></image>")));
+        const RKCssSheetTitleIdMap map(document.documentElement());
+        QCOMPARE(map.customCssSheet(), QStringLiteral("customColor#00ff00.css"));
+        QCOMPARE(map.standardSheet(), QStringLiteral("s.css"));
+        QCOMPARE(map.keys(), QStringList{ "A" });
+        QCOMPARE(map.value(QStringLiteral("A")), QStringLiteral("a2.css"));
+        QVERIFY(!map.hasExplicitDefaultCssSheet());
+    }
+
+    void mapWithoutElement()
+    {
+        QDomDocument document;
+        QVERIFY(document.setContent(QStringLiteral("<image><inner><cssSheetTitleIdMap/></inner></image>")));
+        QTest::ignoreMessage(QtWarningMsg, "could not find element cssSheetTitleIdMap");
+        const RKCssSheetTitleIdMap map(document.documentElement());
+        QCOMPARE(map, RKCssSheetTitleIdMap());
+        QTest::ignoreMessage(QtWarningMsg, "could not find element cssSheetTitleIdMap");
+        QCOMPARE(RKCssSheetTitleIdMap(QDomElement()), RKCssSheetTitleIdMap());
+    }
+
+    void mapDefaults()
+    {
+        RKCssSheetTitleIdMap map;
+        map.setDefaultCssSheetTitle(QStringLiteral("Ghost"));
+        QVERIFY(map.defaultCssSheetTitle().isEmpty()); // no entries: no default at all
+        QVERIFY(map.findDefaultCssSheet().isEmpty());
+
+        map.insert(QStringLiteral("Zebra"), QStringLiteral("z.css"));
+        map.insert(QStringLiteral("Apple"), QStringLiteral("a.css"));
+        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Ghost"));
+        QCOMPARE(map.defaultCssSheet(), QStringLiteral("Ghost.css"));
+        QCOMPARE(map.findDefaultCssSheet(), QStringLiteral("Ghost.css"));
+
+        map.setDefaultCssSheetTitle(QString());
+        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Apple"));
+        QCOMPARE(map.defaultCssSheet(), QStringLiteral("a.css"));
+
+        map.setDefaultCssSheet(QStringLiteral("z.css"));
+        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Zebra"));
+        // No title maps to "customRed.css": the look-up is repeated without the ending.
+        map.insert(QStringLiteral("Red"), QStringLiteral("customRed"));
+        map.setDefaultCssSheet(QStringLiteral("customRed.css"));
+        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Red"));
+        QCOMPARE(map.defaultCssSheet(), QStringLiteral("customRed"));
+
+        RKCssSheetTitleIdMap blank;
+        blank.insert(QStringLiteral("B"), QString());
+        blank.insert(QStringLiteral("C"), QStringLiteral("c.css"));
+        QCOMPARE(blank.defaultCssSheet(), QStringLiteral("B.css"));
+        blank.insert(QStringLiteral("A"), QString());
+        blank.setDefaultCssSheetTitle(QStringLiteral("A"));
+        QCOMPARE(blank.defaultCssSheet(), QStringLiteral("A.css"));
+    }
+
+    void mapLookups()
+    {
+        RKCssSheetTitleIdMap map;
+        map.insert(QStringLiteral("Blue"), QStringLiteral("css/blue.css"));
+        map.insert(QStringLiteral("Azure"), QStringLiteral("css/blue.css"));
+        map.insert(QStringLiteral("Green"), QStringLiteral("css/green.css"));
+        map.setDefaultCssSheetTitle(QStringLiteral("Green"));
+        QCOMPARE(map.key(QStringLiteral("css/blue.css")), QStringLiteral("Azure"));
+        QVERIFY(map.key(QStringLiteral("css/none.css")).isEmpty());
+        QCOMPARE(map.values(), (QStringList{ "css/blue.css", "css/blue.css", "css/green.css" }));
+        QCOMPARE(map.value(QStringLiteral("Nope"), QStringLiteral("fallback")), QStringLiteral("fallback"));
+
+        QCOMPARE(map.findStyleByName({ "Nope", "Green", "Blue" }), QStringLiteral("css/green.css"));
+        QCOMPARE(map.findStyleByName({ "blue" }), QStringLiteral("css/blue.css"));
+        QVERIFY(map.findStyleByName({ "red" }).isEmpty());
+
+        QCOMPARE(map.toDebugStringList(),
+            (QStringList{ "Azure <=> css/blue.css", "Blue <=> css/blue.css", "Green (default) <=> css/green.css" }));
+
+        RKCssSheetTitleIdMap other;
+        other.insert(QStringLiteral("Green"), QStringLiteral("css/green2.css"));
+        other.insert(QStringLiteral("Red"), QStringLiteral("css/red.css"));
+        other.setDefaultCssSheetTitle(QStringLiteral("Red"));
+        other.setStandardSheet(QStringLiteral("css/other.css"));
+        map.merge(other);
+        QCOMPARE(map.keys(), (QStringList{ "Azure", "Blue", "Green", "Red" }));
+        QCOMPARE(map.value(QStringLiteral("Green")), QStringLiteral("css/green2.css"));
+        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Green"));
+        QVERIFY(map.standardSheet().isEmpty());
+    }
+
+    void minimalPaths()
+    {
+        QTemporaryDir first;
+        QTemporaryDir second;
+        QTemporaryDir outside;
+        const QString firstDir = QDir(first.path()).canonicalPath();
+        const QString secondDir = QDir(second.path()).canonicalPath();
+        const QString nested = firstDir + QStringLiteral("/nested");
+        writeFile(firstDir + QStringLiteral("/css/a.css"), ".a{}");
+        writeFile(nested + QStringLiteral("/b.css"), ".b{}");
+        writeFile(nested + QStringLiteral("/css/a.css"), ".a{}");
+        writeFile(secondDir + QStringLiteral("/css/a.css"), ".a{}"); // shadowed by the first directory
+        writeFile(outside.path() + QStringLiteral("/c.css"), ".c{}");
+        writeFile(firstDir + QStringLiteral("/x.css"), ".x{}");
+        writeFile(nested + QStringLiteral("/x.css"), ".x{}");
+
+        const QByteArray saved = qgetenv("RKXML_RESOURCE_PATH");
+        qputenv("RKXML_RESOURCE_PATH", (firstDir + QLatin1Char(':') + nested + QLatin1Char(':') + secondDir).toLocal8Bit());
+        RKDirectoryConfig::instance().reload();
+
+        const QString shipped = RKDirectoryConfig::instance().shippedDataDirectory() + QStringLiteral("/colors.xml");
+        const QStringList paths{ firstDir + QStringLiteral("/css/a.css"), nested + QStringLiteral("/b.css"),
+            nested + QStringLiteral("/css/a.css"), secondDir + QStringLiteral("/css/a.css"), outside.path() + QStringLiteral("/c.css"), nested + QStringLiteral("/x.css"),
+            firstDir + QStringLiteral("/x.css"), shipped };
+        const QStringList expected{ "css/a.css", "b.css", "nested/css/a.css", secondDir + QStringLiteral("/css/a.css"),
+            QDir::cleanPath(outside.path() + QStringLiteral("/c.css")), "nested/x.css", "x.css", "colors.xml" };
+        QStringList minimal;
+        for (const QString& path : paths) {
+            minimal << RKFileHandler::makeSVGPathMinimal(path);
+            // Whatever the form, the look-up finds the same file again.
+            QCOMPARE(RKDirectoryConfig::instance().findInGlintoraDirs(minimal.last()).absoluteFilePath(), QDir::cleanPath(path));
+        }
+        QCOMPARE(minimal, expected);
+        QCOMPARE(RKFileHandler::makeSVGPathMinimal(firstDir + QStringLiteral("/css/../css/a.css")), QStringLiteral("css/a.css"));
+        QCOMPARE(RKFileHandler::makeSVGPathMinimal(QStringLiteral("css/a.css")), QStringLiteral("css/a.css"));
+        QVERIFY(RKFileHandler::makeSVGPathMinimal(QString()).isEmpty());
+        // A directory's name that merely begins like a search directory is outside it.
+        QCOMPARE(RKFileHandler::makeSVGPathMinimal(firstDir + QStringLiteral("x/y.css")), firstDir + QStringLiteral("x/y.css"));
+
+        qputenv("RKXML_RESOURCE_PATH", saved);
+        RKDirectoryConfig::instance().reload();
+    }
 };
-
-void TestCssSheet::initTestCase()
-{
-    isolateUserFiles();
-    RKDirectoryConfig::instance().reload();
-}
-
-void TestCssSheet::sheetId_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("id");
-    QTest::newRow("below glintora") << "/opt/app/glintora/css/default.css" << "css/default.css";
-    QTest::newRow("last glintora wins") << "/a/glintora/b/glintora/c.css" << "c.css";
-    QTest::newRow("case-sensitive") << "/a/Glintora/c.css" << "/a/Glintora/c.css";
-    QTest::newRow("no trailing slash") << "/a/glintora" << "/a/glintora";
-    QTest::newRow("outside") << "/usr/share/rkxml/css/blue.css" << "/usr/share/rkxml/css/blue.css";
-}
-
-void TestCssSheet::sheetId()
-{
-    QFETCH(QString, path);
-    QFETCH(QString, id);
-    QCOMPARE(RKCssSheet(QFileInfo(path)).id(), id);
-}
-
-void TestCssSheet::sheetFromInstruction()
-{
-    const QDir base(testDataPath(QStringLiteral("css")));
-    const RKCssSheet last(instruction(QStringLiteral("href=\"alpha.css\" title=\"A\" href = \"beta.css\"")), base);
-    QCOMPARE(last.fileInfo().absoluteFilePath(), fixture(QStringLiteral("beta.css")));
-    QVERIFY(last.isValid());
-
-    const RKCssSheet none(instruction(QStringLiteral("title=\"A\"")), base);
-    QVERIFY(none.fileInfo().filePath().isEmpty());
-    QVERIFY(!none.isValid());
-    QVERIFY(none.id().isEmpty());
-
-    const RKCssSheet missing(instruction(QStringLiteral("href=\"nothere.css\"")), base);
-    QVERIFY(!missing.isValid());
-    QCOMPARE(missing.id(), fixture(QStringLiteral("nothere.css")));
-    QVERIFY(!RKCssSheet().isValid());
-}
-
-void TestCssSheet::readCss()
-{
-    const QString css = RKCssSheet(QFileInfo(fixture(QStringLiteral("strangefont.css")))).readCssFromFile();
-    QCOMPARE(css.count(QStringLiteral("font-family: 'Arial Narrow','Times New Roman'")), 2);
-    QVERIFY(!css.contains(QStringLiteral("font-family: Function-Light")));
-    // The substitution is case-sensitive.
-    QVERIFY(css.contains(QStringLiteral("font-family: function-light")));
-
-    // Only ".css" in lower case is a style sheet: no read, a null string.
-    const QString upper = RKCssSheet(QFileInfo(fixture(QStringLiteral("upper.CSS")))).readCssFromFile();
-    QVERIFY(upper.isNull());
-
-    QTemporaryDir dir;
-    const QString latin1 = dir.filePath(QStringLiteral("latin1.css"));
-    writeFile(latin1, QByteArray(".f { content: \"Gr\xfc\xdf" "e\"; }\n"));
-    const QString decoded = RKCssSheet(QFileInfo(latin1)).readCssFromFile();
-    QVERIFY(decoded.startsWith(QStringLiteral(".f { content: \"Gr")));
-    QVERIFY(decoded.contains(QChar(QChar::ReplacementCharacter)));
-    QVERIFY(decoded.endsWith(QStringLiteral("e\"; }\n")));
-}
-
-void TestCssSheet::badBytesCostOnlyThemselves_data()
-{
-    QTest::addColumn<QByteArray>("bad");
-    QTest::newRow("NUL") << QByteArray(1, '\0');
-    QTest::newRow("stray continuation byte") << QByteArray("\x80");
-    QTest::newRow("overlong slash") << QByteArray("\xC0\xAF");
-    QTest::newRow("encoded surrogate") << QByteArray("\xED\xA0\x80");
-    QTest::newRow("invalid lead byte") << QByteArray("\xFF");
-}
-
-void TestCssSheet::badBytesCostOnlyThemselves()
-{
-    QFETCH(QByteArray, bad);
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("bad.css"));
-    const QByteArray before(".a { fill: red; }\n");
-    const QByteArray after(".b { fill: blue; }\n.c { stroke: \xC3\xBC; }");
-    writeFile(path, before + bad + after);
-    const RKCssSheet sheet{QFileInfo(path)};
-    const QString css = sheet.readCssFromFile();
-    QVERIFY2(css.startsWith(QString::fromUtf8(before)), qPrintable(css));
-    QVERIFY2(css.endsWith(QString::fromUtf8(after)), qPrintable(css));
-    QVERIFY(!css.contains(QChar(0)));
-    QVERIFY(css.size() <= before.size() + bad.size() + after.size());
-    QCOMPARE(RKSingleton<RKCssSheetCache>::instance().cssString(sheet), css);
-
-    // Cut off at the end: the rules before it are kept.
-    writeFile(path, before + "\xE2\x82");
-    QVERIFY(RKCssSheet(QFileInfo(path)).readCssFromFile().startsWith(QString::fromUtf8(before)));
-}
-
-void TestCssSheet::readCssFailures()
-{
-    QTemporaryDir dir;
-    const QString missing = dir.filePath(QStringLiteral("missing.css"));
-    QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("-- unable to open file: ") + missing));
-    const QString text = RKCssSheet(QFileInfo(missing)).readCssFromFile();
-    QVERIFY(text.isEmpty());
-    QVERIFY(!text.isNull());
-
-    // A directory cannot be opened as a file, whoever runs the test.
-    const QString directory = dir.filePath(QStringLiteral("folder.css"));
-    QVERIFY(QDir().mkpath(directory));
-    QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("-- unable to open file: ") + directory));
-    QVERIFY(RKCssSheet(QFileInfo(directory)).readCssFromFile().isEmpty());
-
-    const QString locked = dir.filePath(QStringLiteral("locked.css"));
-    writeFile(locked, ".a{}");
-    QFile::setPermissions(locked, QFileDevice::Permissions());
-    QFile probe(locked);
-    if (probe.open(QIODevice::ReadOnly))
-        return; // permissions are not enforced for this user (root); the directory case covered it
-    QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("-- unable to open file: ") + locked));
-    QVERIFY(RKCssSheet(QFileInfo(locked)).readCssFromFile().isEmpty());
-}
-
-void TestCssSheet::evaluateStyleSheet_data()
-{
-    QTest::addColumn<QString>("data");
-    QTest::addColumn<QStringList>("entries"); // "title=file"
-    QTest::addColumn<QString>("standard");
-    QTest::addColumn<QString>("defaultTitle");
-    QTest::addColumn<bool>("warns");
-
-    QTest::newRow("titled default") << "href=\"alpha.css\" title=\"A\"" << QStringList{ "A=alpha.css" } << "" << "A" << false;
-    QTest::newRow("untitled") << "href=\"alpha.css\"" << QStringList() << "alpha.css" << "" << false;
-    QTest::newRow("title with blank is untitled")
-        << "href=\"alpha.css\" title=\"Two words\"" << QStringList() << "alpha.css" << "" << false;
-    QTest::newRow("alternate yes") << "href=\"alpha.css\" title=\"A\" alternate=\"yes\"" << QStringList{ "A=alpha.css" }
-                                   << "" << "" << false;
-    QTest::newRow("alternate no still alternate")
-        << "href=\"alpha.css\" title=\"A\" alternate=\"no\"" << QStringList{ "A=alpha.css" } << "" << "" << false;
-    QTest::newRow("later href wins") << "title=\"A\" href=\"alpha.css\" href=\"beta.css\"" << QStringList{ "A=beta.css" }
-                                     << "" << "A" << false;
-    QTest::newRow("spaces around equals") << "href = \"gamma.css\"   title =\"G\"" << QStringList{ "G=gamma.css" } << ""
-                                          << "G" << false;
-    QTest::newRow("missing file") << "href=\"nothere.css\" title=\"M\"" << QStringList() << "" << "" << true;
-    QTest::newRow("unbalanced quotes") << "href=\"alpha.css title=\"A\"" << QStringList() << "" << "" << true;
-    QTest::newRow("empty") << "" << QStringList() << "" << "" << true;
-    QTest::newRow("directory is no file") << "href=\".\" title=\"D\"" << QStringList() << "" << "" << true;
-}
-
-void TestCssSheet::evaluateStyleSheet()
-{
-    QFETCH(QString, data);
-    QFETCH(QStringList, entries);
-    QFETCH(QString, standard);
-    QFETCH(QString, defaultTitle);
-    QFETCH(bool, warns);
-
-    const QFileInfo svg(fixture(QStringLiteral("template.svg")));
-    if (warns) {
-        QFileInfo file;
-        QString title;
-        bool isDefault = true;
-        RKCssSheetParser::parseTitleAndFileInfo(data, svg, &file, &title, &isDefault);
-        const QString path = file.filePath().isEmpty() ? QString() : file.absoluteFilePath();
-        QTest::ignoreMessage(QtWarningMsg,
-            qPrintable(QStringLiteral("Not inserted (file not found or no title): %1 %2").arg(data, path)));
-    }
-    RKCssSheetTitleIdMap map;
-    RKCssSheetParser::evaluateStyleSheet(data, svg, &map);
-
-    QStringList found;
-    for (const QString& title : map.keys())
-        found << title + QLatin1Char('=') + QFileInfo(map.value(title)).fileName();
-    QCOMPARE(found, entries);
-    QCOMPARE(QFileInfo(map.standardSheet()).fileName(), standard);
-    QCOMPARE(map.hasExplicitDefaultCssSheet() ? map.defaultCssSheetTitle() : QString(), defaultTitle);
-}
-
-void TestCssSheet::findStyleSheetsInTemplate()
-{
-    const QString path = fixture(QStringLiteral("template.svg"));
-    const RKCssSheetTitleIdMap map = RKCssSheetParser::findStyleSheets(RKXMLLoader::loadDocument(path), QFileInfo(path));
-    QCOMPARE(map.keys(), (QStringList{ "Alpha", "Beta", "Gamma" }));
-    QCOMPARE(map.value(QStringLiteral("Alpha")), fixture(QStringLiteral("alpha.css")));
-    QCOMPARE(map.standardSheet(), fixture(QStringLiteral("base.css")));
-    // The last titled sheet that is not an alternate is the default; the one inside the root is never seen.
-    QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Gamma"));
-    QVERIFY(!map.contains(QStringLiteral("Inside")));
-}
-
-void TestCssSheet::findStyleSheetsIgnoresOtherInput()
-{
-    const QString path = fixture(QStringLiteral("template.svg"));
-    QDomDocument document = RKXMLLoader::loadDocument(path);
-    QVERIFY(RKCssSheetParser::findStyleSheets(document, QFileInfo(fixture(QStringLiteral("gone.svg")))).isEmpty());
-
-    QDomDocument inside;
-    QVERIFY(inside.setContent(QStringLiteral("<svg><?xml-stylesheet href=\"alpha.css\" title=\"A\"?></svg>")));
-    const RKCssSheetTitleIdMap none = RKCssSheetParser::findStyleSheets(inside, QFileInfo(path));
-    QVERIFY(none.isEmpty());
-    QVERIFY(none.standardSheet().isEmpty());
-
-    RKCssSheetTitleIdMap map;
-    RKCssSheetParser::evaluateProcessingInstruction(QDomProcessingInstruction(), QFileInfo(path), &map);
-    RKCssSheetParser::evaluateProcessingInstruction(
-        document.createProcessingInstruction(QStringLiteral("xml-other"), QStringLiteral("href=\"alpha.css\" title=\"A\"")),
-        QFileInfo(path), &map);
-    QVERIFY(map.isEmpty());
-}
-
-void TestCssSheet::includes()
-{
-    const QString path = fixture(QStringLiteral("includer.svg"));
-    const RKCssSheetTitleIdMap map = RKCssSheetParser::findStyleSheets(RKXMLLoader::loadDocument(path), QFileInfo(path));
-    QCOMPARE(map.keys(), (QStringList{ "Alpha", "Beta", "Gamma" }));
-    QCOMPARE(map.value(QStringLiteral("Beta")), fixture(QStringLiteral("beta.css")));
-    // Only entries come in through an include, not the included file's default.
-    QVERIFY(!map.hasExplicitDefaultCssSheet());
-    QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Alpha"));
-
-    RKCssSheetTitleIdMap untouched;
-    QTest::ignoreMessage(QtWarningMsg, "failing to include nothere.xml");
-    RKCssSheetParser::evaluateStylesInclude(QStringLiteral("href=\"nothere.xml\""), QFileInfo(path), &untouched);
-    QTest::ignoreMessage(QtWarningMsg, "failing to include ");
-    RKCssSheetParser::evaluateStylesInclude(QStringLiteral("href=\"list.xml"), QFileInfo(path), &untouched);
-    QVERIFY(untouched.isEmpty());
-}
-
-void TestCssSheet::mapXmlRoundTripLosesCustomSheet()
-{
-    RKCssSheetTitleIdMap map;
-    map.insert(QStringLiteral("Standard"), QStringLiteral("css/default.css"));
-    map.insert(QStringLiteral("Blue"), QStringLiteral("css/blue.css"));
-    map.insert(QStringLiteral("Green"), QStringLiteral("customColor#2e7d32.css"));
-    map.setDefaultCssSheetTitle(QStringLiteral("Blue"));
-    map.setStandardSheet(QStringLiteral("css/base.css"));
-    map.setCustomCssSheet(QStringLiteral("customColor#ff0000.css"));
-
-    QDomDocument document;
-    QDomElement root = document.createElement(QStringLiteral("image"));
-    document.appendChild(root);
-    const QDomElement written = map.buildXML(root);
-    QCOMPARE(written.tagName(), QStringLiteral("cssSheetTitleIdMap"));
-    QCOMPARE(written.attribute(QStringLiteral("CustomCssSheet")), QStringLiteral("customColor#ff0000.css"));
-    QVERIFY(!written.hasAttribute(QStringLiteral("CustomCssSheetTitle")));
-
-    QDomDocument reread;
-    QVERIFY(reread.setContent(document.toString()));
-    const RKCssSheetTitleIdMap back(reread.documentElement());
-    QVERIFY(back.customCssSheet().isEmpty());
-    QVERIFY(back != map);
-    RKCssSheetTitleIdMap expected = map;
-    expected.setCustomCssSheet(QString());
-    QCOMPARE(back, expected);
-}
-
-void TestCssSheet::mapReadsCustomSheetTitle()
-{
-    QDomDocument document;
-    QVERIFY(document.setContent(QStringLiteral(
-        "<image><cssSheetTitleIdMap CustomCssSheetTitle=\"customColor#00ff00.css\" StandardSheet=\"s.css\">"
-        "<entry key=\"A\" value=\"a.css\"/><entry key=\"A\" value=\"a2.css\"/><other key=\"B\" value=\"b.css\"/>"
-        "</cssSheetTitleIdMap><cssSheetTitleIdMap><entry key=\"C\" value=\"c.css\"/></cssSheetTitleIdMap></image>")));
-    const RKCssSheetTitleIdMap map(document.documentElement());
-    QCOMPARE(map.customCssSheet(), QStringLiteral("customColor#00ff00.css"));
-    QCOMPARE(map.standardSheet(), QStringLiteral("s.css"));
-    QCOMPARE(map.keys(), QStringList{ "A" });
-    QCOMPARE(map.value(QStringLiteral("A")), QStringLiteral("a2.css"));
-    QVERIFY(!map.hasExplicitDefaultCssSheet());
-}
-
-void TestCssSheet::mapWithoutElement()
-{
-    QDomDocument document;
-    QVERIFY(document.setContent(QStringLiteral("<image><inner><cssSheetTitleIdMap/></inner></image>")));
-    QTest::ignoreMessage(QtWarningMsg, "could not find element cssSheetTitleIdMap");
-    const RKCssSheetTitleIdMap map(document.documentElement());
-    QCOMPARE(map, RKCssSheetTitleIdMap());
-    QTest::ignoreMessage(QtWarningMsg, "could not find element cssSheetTitleIdMap");
-    QCOMPARE(RKCssSheetTitleIdMap(QDomElement()), RKCssSheetTitleIdMap());
-}
-
-void TestCssSheet::mapDefaults()
-{
-    RKCssSheetTitleIdMap map;
-    map.setDefaultCssSheetTitle(QStringLiteral("Ghost"));
-    QVERIFY(map.defaultCssSheetTitle().isEmpty()); // no entries: no default at all
-    QVERIFY(map.findDefaultCssSheet().isEmpty());
-
-    map.insert(QStringLiteral("Zebra"), QStringLiteral("z.css"));
-    map.insert(QStringLiteral("Apple"), QStringLiteral("a.css"));
-    QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Ghost"));
-    QCOMPARE(map.defaultCssSheet(), QStringLiteral("Ghost.css"));
-    QCOMPARE(map.findDefaultCssSheet(), QStringLiteral("Ghost.css"));
-
-    map.setDefaultCssSheetTitle(QString());
-    QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Apple"));
-    QCOMPARE(map.defaultCssSheet(), QStringLiteral("a.css"));
-
-    map.setDefaultCssSheet(QStringLiteral("z.css"));
-    QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Zebra"));
-    // No title maps to "customRed.css": the look-up is repeated without the ending.
-    map.insert(QStringLiteral("Red"), QStringLiteral("customRed"));
-    map.setDefaultCssSheet(QStringLiteral("customRed.css"));
-    QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Red"));
-    QCOMPARE(map.defaultCssSheet(), QStringLiteral("customRed"));
-
-    RKCssSheetTitleIdMap blank;
-    blank.insert(QStringLiteral("B"), QString());
-    blank.insert(QStringLiteral("C"), QStringLiteral("c.css"));
-    QCOMPARE(blank.defaultCssSheet(), QStringLiteral("B.css"));
-    blank.insert(QStringLiteral("A"), QString());
-    blank.setDefaultCssSheetTitle(QStringLiteral("A"));
-    QCOMPARE(blank.defaultCssSheet(), QStringLiteral("A.css"));
-}
-
-void TestCssSheet::mapLookups()
-{
-    RKCssSheetTitleIdMap map;
-    map.insert(QStringLiteral("Blue"), QStringLiteral("css/blue.css"));
-    map.insert(QStringLiteral("Azure"), QStringLiteral("css/blue.css"));
-    map.insert(QStringLiteral("Green"), QStringLiteral("css/green.css"));
-    map.setDefaultCssSheetTitle(QStringLiteral("Green"));
-    QCOMPARE(map.key(QStringLiteral("css/blue.css")), QStringLiteral("Azure"));
-    QVERIFY(map.key(QStringLiteral("css/none.css")).isEmpty());
-    QCOMPARE(map.values(), (QStringList{ "css/blue.css", "css/blue.css", "css/green.css" }));
-    QCOMPARE(map.value(QStringLiteral("Nope"), QStringLiteral("fallback")), QStringLiteral("fallback"));
-
-    QCOMPARE(map.findStyleByName({ "Nope", "Green", "Blue" }), QStringLiteral("css/green.css"));
-    QCOMPARE(map.findStyleByName({ "blue" }), QStringLiteral("css/blue.css"));
-    QVERIFY(map.findStyleByName({ "red" }).isEmpty());
-
-    QCOMPARE(map.toDebugStringList(),
-        (QStringList{ "Azure <=> css/blue.css", "Blue <=> css/blue.css", "Green (default) <=> css/green.css" }));
-
-    RKCssSheetTitleIdMap other;
-    other.insert(QStringLiteral("Green"), QStringLiteral("css/green2.css"));
-    other.insert(QStringLiteral("Red"), QStringLiteral("css/red.css"));
-    other.setDefaultCssSheetTitle(QStringLiteral("Red"));
-    other.setStandardSheet(QStringLiteral("css/other.css"));
-    map.merge(other);
-    QCOMPARE(map.keys(), (QStringList{ "Azure", "Blue", "Green", "Red" }));
-    QCOMPARE(map.value(QStringLiteral("Green")), QStringLiteral("css/green2.css"));
-    QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Green"));
-    QVERIFY(map.standardSheet().isEmpty());
-}
-
-void TestCssSheet::minimalPaths()
-{
-    QTemporaryDir first;
-    QTemporaryDir second;
-    QTemporaryDir outside;
-    const QString firstDir = QDir(first.path()).canonicalPath();
-    const QString secondDir = QDir(second.path()).canonicalPath();
-    const QString nested = firstDir + QStringLiteral("/nested");
-    writeFile(firstDir + QStringLiteral("/css/a.css"), ".a{}");
-    writeFile(nested + QStringLiteral("/b.css"), ".b{}");
-    writeFile(nested + QStringLiteral("/css/a.css"), ".a{}");
-    writeFile(secondDir + QStringLiteral("/css/a.css"), ".a{}"); // shadowed by the first directory
-    writeFile(outside.path() + QStringLiteral("/c.css"), ".c{}");
-    writeFile(firstDir + QStringLiteral("/x.css"), ".x{}");
-    writeFile(nested + QStringLiteral("/x.css"), ".x{}");
-
-    const QByteArray saved = qgetenv("RKXML_RESOURCE_PATH");
-    qputenv("RKXML_RESOURCE_PATH", (firstDir + QLatin1Char(':') + nested + QLatin1Char(':') + secondDir).toLocal8Bit());
-    RKDirectoryConfig::instance().reload();
-
-    const QString shipped = RKDirectoryConfig::instance().shippedDataDirectory() + QStringLiteral("/colors.xml");
-    const QStringList paths{ firstDir + QStringLiteral("/css/a.css"), nested + QStringLiteral("/b.css"),
-        nested + QStringLiteral("/css/a.css"), secondDir + QStringLiteral("/css/a.css"), outside.path() + QStringLiteral("/c.css"), nested + QStringLiteral("/x.css"),
-        firstDir + QStringLiteral("/x.css"), shipped };
-    const QStringList expected{ "css/a.css", "b.css", "nested/css/a.css", secondDir + QStringLiteral("/css/a.css"),
-        QDir::cleanPath(outside.path() + QStringLiteral("/c.css")), "nested/x.css", "x.css", "colors.xml" };
-    QStringList minimal;
-    for (const QString& path : paths) {
-        minimal << RKFileHandler::makeSVGPathMinimal(path);
-        // Whatever the form, the look-up finds the same file again.
-        QCOMPARE(RKDirectoryConfig::instance().findInGlintoraDirs(minimal.last()).absoluteFilePath(), QDir::cleanPath(path));
-    }
-    QCOMPARE(minimal, expected);
-    QCOMPARE(RKFileHandler::makeSVGPathMinimal(firstDir + QStringLiteral("/css/../css/a.css")), QStringLiteral("css/a.css"));
-    QCOMPARE(RKFileHandler::makeSVGPathMinimal(QStringLiteral("css/a.css")), QStringLiteral("css/a.css"));
-    QVERIFY(RKFileHandler::makeSVGPathMinimal(QString()).isEmpty());
-    // A directory's name that merely begins like a search directory is outside it.
-    QCOMPARE(RKFileHandler::makeSVGPathMinimal(firstDir + QStringLiteral("x/y.css")), firstDir + QStringLiteral("x/y.css"));
-
-    qputenv("RKXML_RESOURCE_PATH", saved);
-    RKDirectoryConfig::instance().reload();
-}
 
 QTEST_GUILESS_MAIN(TestCssSheet)
 #include "test_csssheet.moc"

@@ -1,55 +1,32 @@
-// The shipped holiday, calendar word and moon phase data, read through the library:
-// it loads cleanly, known holidays come out right, the rules agree with the
-// public-holiday table of an independent source, and the moon phases with known times.
+// The shipped holiday data, read through the library: known holidays come out right, and
+// the rules agree with the public-holiday table of an independent source. (That every file
+// loads cleanly is the build's data check, rkxml-datacheck; the moon phases are checked
+// against known times where they are generated, tools/moonphases.)
 
 #include "RKTestSupport.h"
 
-#include <RKCalendarWordsRegistry.h>
 #include <RKCalendariumFeatures.h>
 #include <RKCalendariumHolidayCacheKey.h>
 #include <RKCalendariumHolidayCalculator.h>
 #include <RKCalendariumHolidayConfig.h>
 #include <RKCalendariumHolidayList.h>
-#include <RKResourceFile.h>
-#include <RKXMLLoader.h>
 
 #include <QRegularExpression>
-#include <QTimeZone>
 
 #include <algorithm>
 
 namespace {
 
-/// Collects warnings and worse (not debug or info output) while it lives.
-struct WarningCapture {
-    static QStringList& list()
-    {
-        static QStringList warnings;
-        return warnings;
-    }
-    QtMessageHandler previous = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
-        if (type != QtDebugMsg && type != QtInfoMsg)
-            list() << message;
-    });
-    WarningCapture() { list().clear(); }
-    ~WarningCapture() { qInstallMessageHandler(previous); }
-};
-
 RKCalendariumHolidayCalculator& calculator() { return RKCalendariumHolidayCalculator::instance(); }
-
-RKCalendariumHolidayConfig configFor(const RKLocale& locale, const QString& province, const QString& features)
-{
-    RKCalendariumHolidayConfig config;
-    config.setLanguage(locale);
-    // An empty province is ignored by setProvince; a name that no file uses means nationwide.
-    config.setProvince(province.isEmpty() ? QStringLiteral("-") : province);
-    config.setFeatures(RKCalendariumFeatures(features));
-    return config;
-}
 
 RKCalendariumHolidayList holidays(const QString& locale, const QString& province, int year)
 {
-    return calculator().holidaysOfYear(RKCalendariumHolidayCacheKey(year, configFor(RKLocale::decodeName(locale), province, "holidays")));
+    RKCalendariumHolidayConfig config;
+    config.setLanguage(RKLocale::decodeName(locale));
+    // An empty province is ignored by setProvince; a name that no file uses means nationwide.
+    config.setProvince(province.isEmpty() ? QStringLiteral("-") : province);
+    config.setFeatures(RKCalendariumFeatures(QStringLiteral("holidays")));
+    return calculator().holidaysOfYear(RKCalendariumHolidayCacheKey(year, config));
 }
 
 bool isFree(const RKCalendariumHolidayList& list, const QDate& date)
@@ -95,46 +72,7 @@ private slots:
     void initTestCase()
     {
         isolateUserFiles();
-        WarningCapture capture;
-        calculator();
-        QVERIFY2(WarningCapture::list().isEmpty(), qPrintable(WarningCapture::list().join('\n')));
         QVERIFY(shippedHolidayLocales().size() >= 6);
-    }
-
-    void everyFileLoadsWithoutWarnings()
-    {
-        const QList<RKLocale> known = calculator().availableLanguages();
-        WarningCapture capture;
-        for (const RKLocale& locale : shippedHolidayLocales()) {
-            QVERIFY2(known.contains(locale), qPrintable(locale.name() + " is never read"));
-            const QFileInfo file = RKResourceFile(RKResourceHolidays, locale.name()).fileInfo(false, QString());
-            QCOMPARE(file.absoluteFilePath(), QFileInfo(shippedDataPath(QStringLiteral("holidays/%1.xml").arg(locale.name()))).absoluteFilePath());
-            QVERIFY(!RKXMLLoader::loadDocumentElement(file).isNull());
-            // Every holiday locale has its calendar words.
-            const RKCalendarWords words = RKCalendarWordsRegistry::instance().words(locale);
-            QVERIFY2(words.monthNames().count() == 12 && words.daysOfWeek().count() == 7 && !words.shortWeek().isEmpty(), qPrintable(locale.name()));
-            for (int day = 1; day <= 7; ++day)
-                QVERIFY2(!words.shortDayOfWeek(day).isEmpty(), qPrintable(locale.name()));
-        }
-        calculator().reloadData();
-        QVERIFY2(WarningCapture::list().isEmpty(), qPrintable(WarningCapture::list().join('\n')));
-
-        // Computing the vacations of every region may only bring the note on long vacations,
-        // for summer vacations of plausible length.
-        int days = 0;
-        for (const RKLocale& locale : shippedHolidayLocales()) {
-            const QStringList regions = QStringList{QString()} + calculator().availableProvinces(locale);
-            for (const QString& region : regions) {
-                for (int year = 2024; year <= 2027; ++year)
-                    days += calculator().holidaysOfYear(RKCalendariumHolidayCacheKey(year, configFor(locale, region, "holidays,vacations"))).size();
-            }
-        }
-        QVERIFY(days > 0);
-        static const QRegularExpression note("^\"[^\"]*\"\\s+is\\s+(\\d+)\\s*days long\\.$");
-        for (const QString& warning : WarningCapture::list()) {
-            const QRegularExpressionMatch match = note.match(warning);
-            QVERIFY2(match.hasMatch() && match.captured(1).toInt() <= 120, qPrintable(warning));
-        }
     }
 
     void knownHolidays_data()
@@ -147,20 +85,16 @@ private slots:
             QTest::newRow(name) << QString::fromLatin1(locale) << QString::fromLatin1(province) << QDate(y, m, d) << free;
         };
         // Germany: the Länder differ.
-        row("DE-BY Fronleichnam 2027", "de_DE", "BY", 2027, 5, 27, true);
         row("DE-BE no Fronleichnam", "de_DE", "BE", 2026, 6, 4, false);
         row("DE nationwide no Fronleichnam", "de_DE", "", 2026, 6, 4, false);
-        row("DE-SN Buss- und Bettag 2025", "de_DE", "SN", 2025, 11, 19, true);
         row("DE-BY no Buss- und Bettag", "de_DE", "BY", 2026, 11, 18, false);
         row("DE-HE no Heilige Drei Koenige", "de_DE", "HE", 2026, 1, 6, false);
         row("DE-BY no Reformationstag", "de_DE", "BY", 2026, 10, 31, false);
         row("DE Heiligabend is not free", "de_DE", "", 2026, 12, 24, false);
-        // Elsewhere; days of the countries in the source table are checked against it below.
+        // Elsewhere. The free days that the source table below lists are checked against it there.
         row("FR-67 Saint-Etienne", "fr_FR", "67", 2026, 12, 26, true);
         row("FR-57 Vendredi saint", "fr_FR", "57", 2026, 4, 3, true);
         row("FR no Saint-Etienne", "fr_FR", "", 2026, 12, 26, false);
-        row("NL Koningsdag 2025 on Saturday", "nl_NL", "", 2025, 4, 26, true);
-        row("PL Wigilia since 2025", "pl_PL", "", 2025, 12, 24, true);
         row("PT Liberdade", "pt_PT", "", 2026, 4, 25, true);
         row("PT Restauracao", "pt_PT", "", 2026, 12, 1, true);
         row("GB-SCT 2 January", "en_GB", "SCT", 2026, 1, 2, true);
@@ -177,23 +111,15 @@ private slots:
         row("US Thanksgiving", "en_US", "", 2026, 11, 26, true);
         row("US Martin Luther King Day", "en_US", "", 2026, 1, 19, true);
         // Switzerland and Spain: cantonal and regional days.
-        row("CH-ZH Ostermontag", "de_CH", "ZH", 2026, 4, 6, true);
         row("CH-VS no Karfreitag", "de_CH", "VS", 2026, 4, 3, false);
-        row("CH-GE Restauration de la Republique", "fr_CH", "GE", 2025, 12, 31, true);
-        row("ES-CT Diada", "es_ES", "CT", 2026, 9, 11, true);
-        row("ES-CT Diada in Catalan", "ca_ES", "CT", 2026, 9, 11, true);
         row("ES-MD no Santiago 2026", "es_ES", "MD", 2026, 7, 25, false);
         row("ES-AN Monday after 8 December 2024", "es_ES", "AN", 2024, 12, 9, true);
         row("ES-CT no Monday after 8 December 2024", "ca_ES", "CT", 2024, 12, 9, false);
         row("SK 17 November no longer off 2025", "sk_SK", "", 2025, 11, 17, false);
         row("SK 8 May working day 2026", "sk_SK", "", 2026, 5, 8, false);
-        row("SK 8 May again 2027", "sk_SK", "", 2027, 5, 8, true);
         row("FR-MF abolition 28 May", "fr_FR", "MF", 2026, 5, 28, true);
         // Orthodox Easter: 20 April 2025, 12 April 2026, 2 May 2027.
-        row("BG Velikden Monday 2025", "bg_BG", "", 2025, 4, 21, true);
-        row("BG Good Friday 2027", "bg_BG", "", 2027, 4, 30, true);
         row("BG Western Easter Monday 2027 not off", "bg_BG", "", 2027, 3, 29, false);
-        row("BG Unification substitute 2026", "bg_BG", "", 2026, 9, 7, true);
         row("GR Clean Monday 2026", "el_GR", "", 2026, 2, 23, true);
         row("GR Holy Spirit Monday 2027", "el_GR", "", 2027, 6, 21, true);
         row("GR Ochi Day", "el_GR", "", 2025, 10, 28, true);
@@ -201,37 +127,20 @@ private slots:
         row("GR no Ionian union day elsewhere", "el_GR", "", 2026, 5, 21, false);
         row("CY Easter Tuesday 2027", "el_CY", "", 2027, 5, 4, true);
         row("CY National Day", "el_CY", "", 2026, 4, 1, true);
-        row("RO Rusalii Monday 2026", "ro_RO", "", 2026, 6, 1, true);
-        row("RO Good Friday 2027", "ro_RO", "", 2027, 4, 30, true);
-        row("RO Boboteaza", "ro_RO", "", 2025, 1, 6, true);
-        row("HR Tijelovo 2026", "hr_HR", "", 2026, 6, 4, true);
-        row("HR Dan drzavnosti", "hr_HR", "", 2027, 5, 30, true);
-        row("HU Pentecost Monday 2025", "hu_HU", "", 2025, 6, 9, true);
         row("HU Christmas Eve not off", "hu_HU", "", 2026, 12, 24, false);
         row("IS First Day of Summer 2026", "is_IS", "", 2026, 4, 23, true);
         row("IS Commerce Day 2027", "is_IS", "", 2027, 8, 2, true);
-        row("EE Victory Day", "et_EE", "", 2025, 6, 23, true);
         row("LV 4 May substitute 2025", "lv_LV", "", 2025, 5, 5, true);
         row("LV 18 November substitute 2028", "lv_LV", "", 2028, 11, 20, true);
-        row("LT All Souls", "lt_LT", "", 2026, 11, 2, true);
-        row("MT Sette Giugno", "mt_MT", "", 2026, 6, 7, true);
-        row("MT Imnarja in English", "en_MT", "", 2027, 6, 29, true);
-        row("SI Reformation Day", "sl_SI", "", 2026, 10, 31, true);
-        row("SI 2 May", "sl_SI", "", 2027, 5, 2, true);
         row("BE-DE German Community day shown only", "de_BE", "DE", 2026, 11, 15, false);
-        row("BE Whit Monday in German", "de_BE", "", 2026, 5, 25, true);
-        row("LU Europe Day in German", "de_LU", "", 2027, 5, 9, true);
-        row("IE St Brigid in Irish", "ga_IE", "", 2027, 2, 1, true);
         row("FI Midsummer Day in Swedish", "sv_FI", "", 2025, 6, 21, true);
         // Countries outside Europe and the Orthodox calendars: moved, computed and regional days.
         row("RU decreed day off 2026", "ru_RU", "", 2026, 1, 9, true);
         row("RU decreed day off 2025", "ru_RU", "", 2025, 11, 3, true);
-        row("RU Orthodox Christmas", "ru_RU", "", 2027, 1, 7, true);
         row("UA Christmas under martial law", "uk_UA", "", 2025, 12, 25, false);
         row("UA no 7 January since 2024", "uk_UA", "", 2027, 1, 7, false);
         row("UA Defenders Day from 2027", "uk_UA", "", 2027, 10, 1, true);
         row("RS Sretenje Sunday moved", "sr_RS", "", 2025, 2, 17, true);
-        row("RS Orthodox Good Friday", "sr_RS", "", 2026, 4, 10, true);
         row("RS no Western Good Friday", "sr_RS", "", 2026, 4, 3, false);
         row("TR Ramazan Bayrami 2025", "tr_TR", "", 2025, 3, 31, true);
         row("TR Kurban Bayrami arife", "tr_TR", "", 2026, 5, 26, false);
@@ -253,12 +162,9 @@ private slots:
         row("NZ-WGN Anniversary", "en_NZ", "WGN", 2026, 1, 19, true);
         row("NZ-AUK not Wellington's Anniversary", "en_NZ", "AUK", 2026, 1, 19, false);
         row("NZ ANZAC Day Mondayised", "en_NZ", "", 2027, 4, 26, true);
-        row("BR Consciencia Negra", "pt_BR", "", 2025, 11, 20, true);
         row("BR-SP Revolucao Constitucionalista", "pt_BR", "SP", 2026, 7, 9, true);
         row("BR Carnaval not a day off", "pt_BR", "", 2026, 2, 17, false);
         row("BR-RJ Sao Jorge", "pt_BR", "RJ", 2027, 4, 23, true);
-        row("MX Constitucion on Monday", "es_MX", "", 2026, 2, 2, true);
-        row("MX Revolucion on Monday", "es_MX", "", 2025, 11, 17, true);
         row("MX Dia de Muertos not a day off", "es_MX", "", 2026, 11, 2, false);
     }
     void knownHolidays()
@@ -353,30 +259,6 @@ private slots:
         }
         QVERIFY(checked > 1000);
         QVERIFY2(failures.isEmpty(), qPrintable(QStringLiteral("%1 of %2 days not free:\n").arg(failures.size()).arg(checked) + failures.join('\n')));
-    }
-
-    void moonPhasesAgainstKnownTimes()
-    {
-        QFile file(testDataPath("moonphases-known.csv"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QHash<QString, int> phases = {{"new", 1}, {"first_quarter", 2}, {"full", 4}, {"last_quarter", 8}};
-        const QTimeZone berlin("Europe/Berlin");
-        QVERIFY(berlin.isValid());
-        int rows = 0;
-        file.readLine();
-        while (!file.atEnd()) {
-            const QStringList fields = QString::fromUtf8(file.readLine()).trimmed().split(QLatin1Char(';'));
-            if (fields.size() != 2)
-                continue;
-            const QDateTime utc = QDateTime::fromString(fields.at(0), Qt::ISODate);
-            QVERIFY2(utc.isValid() && phases.contains(fields.at(1)), qPrintable(fields.join(';')));
-            const QDate date = utc.toTimeZone(berlin).date();
-            const RKCalendariumHolidayList onDate = calculator().moonPhases(RKCalendariumHolidayCacheKey(date.year(),
-                configFor(RKLocale::decodeName("de_DE"), QString(), "moonphases"))).filter(date);
-            QVERIFY2(onDate.size() == 1 && onDate.first().type().toInt() == phases.value(fields.at(1)), qPrintable(fields.join(';') + " -> " + date.toString(Qt::ISODate)));
-            ++rows;
-        }
-        QVERIFY(rows >= 60);
     }
 };
 

@@ -75,47 +75,27 @@ private slots:
         const QByteArray path = (myChangingDir.path() + QLatin1Char(':') + testDataPath(QStringLiteral("holidays/resources"))).toLocal8Bit();
         qputenv("RKXML_RESOURCE_PATH", path);
         RKSingleton<RKDirectoryConfig>::instance().reload();
-        // The broken fixture hr_HR.xml is reported once, while the files are read.
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("XML parse error.*hr_HR.xml")));
         calculator();
     }
 
-    void easterAndRepentanceDay_data()
-    {
-        QTest::addColumn<int>("year");
-        QTest::addColumn<QDate>("easter");
-        QTest::addColumn<QDate>("repentance"); // the Wednesday before 23 November
-        QTest::newRow("2024") << 2024 << QDate(2024, 3, 31) << QDate(2024, 11, 20);
-        QTest::newRow("2023 on the 22nd") << 2023 << QDate(2023, 4, 9) << QDate(2023, 11, 22);
-        QTest::newRow("2026") << 2026 << QDate(2026, 4, 5) << QDate(2026, 11, 18);
-        QTest::newRow("2027 earliest") << 2027 << QDate(2027, 3, 28) << QDate(2027, 11, 17);
-        QTest::newRow("2000") << 2000 << QDate(2000, 4, 23) << QDate(2000, 11, 22);
-        QTest::newRow("2285 latest") << 2285 << QDate(2285, 3, 22) << QDate();
-    }
+    // Against the true Gregorian Easter and the definition of Buss- und Bettag (the Wednesday
+    // before 23 November) over more than eight centuries.
     void easterAndRepentanceDay()
-    {
-        QFETCH(int, year);
-        QFETCH(QDate, easter);
-        QFETCH(QDate, repentance);
-        QCOMPARE(RKCalendariumHolidayCalculator::eastern(year), easter);
-        if (repentance.isValid())
-            QCOMPARE(RKCalendariumHolidayCalculator::bussUndBettag(year), repentance);
-    }
-
-    void easterDiffersOnlyInQuirkYears()
     {
         // The kept grouping moves Easter one week late in a few years, and only there.
         QList<int> late;
         for (int year = 1583; year <= 2400; ++year) {
             const QDate ours = RKCalendariumHolidayCalculator::eastern(year);
-            QCOMPARE(ours.dayOfWeek(), 7);
-            if (ours == gregorianEaster(year))
-                continue;
-            QCOMPARE(ours, gregorianEaster(year).addDays(7));
-            if (year >= 1900 && year <= 2250)
+            if (ours != gregorianEaster(year)) {
+                QCOMPARE(ours, gregorianEaster(year).addDays(7));
                 late << year;
+            }
+            const QDate repentance = RKCalendariumHolidayCalculator::bussUndBettag(year);
+            QCOMPARE(repentance.dayOfWeek(), 3);
+            QCOMPARE(repentance.month(), 11);
+            QVERIFY2(repentance.day() >= 16 && repentance.day() <= 22, qPrintable(repentance.toString(Qt::ISODate)));
         }
-        QCOMPARE(late, (QList<int>{1954, 2049, 2106, 2201}));
+        QCOMPARE(late, (QList<int>{1609, 1954, 2049, 2106, 2201, 2296}));
         // Absurd years neither crash nor overflow.
         RKCalendariumHolidayCalculator::eastern(-4713);
         RKCalendariumHolidayCalculator::eastern(2147483647);
@@ -185,7 +165,6 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<bool>("marked");
         QTest::newRow("every year 2024") << 2024 << QDate(2024, 10, 3) << "Tag der Deutschen Einheit" << true;
-        QTest::newRow("every year 2099") << 2099 << QDate(2099, 10, 3) << "Tag der Deutschen Einheit" << true;
         QTest::newRow("one-off in its year") << 2026 << QDate(2026, 5, 8) << "Einmaliger Feiertag" << true;
         QTest::newRow("one-off not in 2025") << 2025 << QDate(2025, 5, 8) << "Einmaliger Feiertag" << false;
         QTest::newRow("one-off not in 2027") << 2027 << QDate(2027, 5, 8) << "Einmaliger Feiertag" << false;
@@ -209,14 +188,14 @@ private slots:
         const int at = namesOf(days).indexOf("Unmoeglicher Tag");
         QVERIFY(at >= 0);
         QVERIFY(!days.at(at).date().isValid());
-        QVERIFY(days.filter(QDate(2026, 1, 1)).size() == 1);
-        QVERIFY(days.filter(QDate(2026, 12, 25)).size() == 1);
+        QCOMPARE(days.filter(QDate(2026, 1, 1)).size(), 1);
+        QCOMPARE(days.filter(QDate(2026, 12, 25)).size(), 1);
     }
 
     void featuresGateTheDays()
     {
         QCOMPARE(holidays(2024, "BY", "").size(), 0);
-        QCOMPARE(holidays(2024, "BY", "moonphases,zodiacs").size(), 0);
+        QCOMPARE(holidays(2024, "BY", "moonphases,zodiacs").size(), 0); // moon phases are no holidays of the year
         QCOMPARE(calculator().christmassRelatedDays(key(2024, "BY", "vacations")).size(), 0);
         QCOMPARE(holidays(2024, "BY", "holiday_colors"), holidays(2024, "BY"));
         // Vacations come without holidays; with both, vacations first.
@@ -240,7 +219,7 @@ private slots:
         QTest::newRow("none that year") << 2023 << QString() << 0 << QDate();
         QTest::newRow("province") << 2024 << "BY" << 11 + 5 << QDate();
         QTest::newRow("province names match exactly") << 2024 << "by" << 11 + 1 << QDate();
-        QTest::newRow("not a prefix") << 2024 << "B" << 11 << QDate();
+        QTest::newRow("2024's 51 days: reported, used") << 2024 << "LONG" << 11 + 52 << QDate();
         QTest::newRow("2025's 50 days") << 2025 << "LONG" << 4 + 51 << QDate();
     }
     void vacations()
@@ -260,10 +239,8 @@ private slots:
             QCOMPARE(list.last().date(), last);
     }
 
-    void longAndBadVacations()
+    void badVacations()
     {
-        QTest::ignoreMessage(QtWarningMsg, "\"Einundfuenfzig\"  is  51 days long.");
-        QCOMPARE(::vacations(2024, "LONG").size(), 11 + 52);
         // "2010-"/"2011-" are skipped silently, the others are reported; the good entry still counts.
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^Something is wrong with  \"Monat13\" ; from  \"2024-13-01\"  to  \"2024-13-05\"$"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^Something is wrong with  \"Rueckwaerts\" ; from  \"2024-05-10\""));
@@ -298,7 +275,6 @@ private slots:
         QCOMPARE(calculator().moonPhases(key(2032, QString(), "moonphases")).first().type().toInt(), 2);
         QCOMPARE(calculator().moonPhases(key(2033, QString(), "moonphases")).size(), 0);
         QCOMPARE(calculator().moonPhases(key(2030, QString(), "holidays,vacations")).size(), 0);
-        QCOMPARE(holidays(2030, QString(), "moonphases").size(), 0); // not part of the holidays of the year
     }
 
     void moonAge()
@@ -333,7 +309,8 @@ private slots:
         QCOMPARE(provinces.size(), 6);
         QVERIFY(std::is_sorted(provinces.cbegin(), provinces.cend(), [](const QString& a, const QString& b) { return QString::localeAwareCompare(a, b) < 0; }));
         QVERIFY(calculator().availableProvinces(RKLocale("xx", "YY")).isEmpty());
-        // The broken file contributes nothing.
+        // A language's file is read when first asked for; the broken one is reported then and contributes nothing.
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
         QVERIFY(calculator().availableProvinces(croatian).isEmpty());
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
         QCOMPARE(holidays(2024, QString(), "holidays,vacations", croatian).size(), 0);
@@ -344,10 +321,8 @@ private slots:
         const RKLocale slovene("sl", "SI");
         const QString path = myChangingDir.path() + "/holidays/sl_SI.xml";
         auto write = [&path](const QString& vacations) {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            file.write(QStringLiteral("<holidays><country><nationwide><day id=\"19\" name=\"Novo leto\" honor=\"free\"/>%1"
-                                      "</nationwide></country></holidays>").arg(vacations).toUtf8());
+            writeTestFile(path, QStringLiteral("<holidays><country><nationwide><day id=\"19\" name=\"Novo leto\" honor=\"free\"/>%1"
+                                               "</nationwide></country></holidays>").arg(vacations).toUtf8());
         };
         // A file in the first resource directory hides the shipped one of the same locale;
         // what the shipped file gives is the baseline.
@@ -361,12 +336,10 @@ private slots:
         write("<vacation start=\"2024-02-19\" end=\"2024-02-20\" name=\"Zimske\"/><!-- shorter -->");
         QCOMPARE(::vacations(2024, QString(), slovene).size(), 2);
         QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), shippedDays);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
         calculator().reloadData();
         QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), 1);
         QFile::remove(path);
         QCOMPARE(::vacations(2024, QString(), slovene).size(), shippedVacationDays);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
         calculator().reloadData();
         QCOMPARE(holidays(2024, QString(), "holidays", slovene).size(), shippedDays);
         QCOMPARE(holidays(2024, "ALL").size(), 23); // the fixture files are all back
@@ -383,7 +356,6 @@ private slots:
         QTest::newRow("free and shown: either flag") << QDate(2024, 1, 6) << QStringList{"Heilige Drei Koenige"} << "free show" << "";
         // A vacation's name follows the day's own names; it never makes a day off.
         QTest::newRow("named, not a day off") << QDate(2024, 12, 24) << QStringList{"Heiligabend", "Weihnachtsferien"} << "school" << "none";
-        QTest::newRow("vacation day: its name") << QDate(2024, 2, 13) << QStringList{"Fruehjahrsferien"} << "school" << "none";
         QTest::newRow("ordinary day") << QDate(2024, 3, 12) << QStringList() << "" << "none free show school";
     }
     void cacheAnswersPerDay()
@@ -439,68 +411,50 @@ private slots:
             QCOMPARE(cache.holidayImageAt(fullMoon.moveToDay(QDate(2030, 1, 6))).second, QSize(-1, -1)); // no phase day
         }
         const QString icon = myChangingDir.path() + "/moonphases/full_moon.svg";
-        QVERIFY(QDir(myChangingDir.path()).mkpath("moonphases"));
-        QFile file(icon);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"40\" height=\"30\"><circle cx=\"20\" cy=\"15\" r=\"10\"/></svg>");
-        file.close();
+        writeTestFile(icon, "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"40\" height=\"30\"><circle cx=\"20\" cy=\"15\" r=\"10\"/></svg>");
         RKCalculatedHolidayCache cache;
         QCOMPARE(cache.holidayImageAt(fullMoon), RKHolidayImage(QFileInfo(icon).absoluteFilePath(), QSize(40, 30)));
         QCOMPARE(cache.holidayImageAt(fullMoon.moveToDay(QDate(2030, 1, 12))).first, QFileInfo(shippedDataPath("moonphases/waning_crescent.svg")).absoluteFilePath()); // last quarter: not overridden
         QFile::remove(icon);
     }
 
-    void cacheFromThreads()
+    // Threads query the cache and the calculator while reloadData() swaps the tables: queries
+    // keep the tables they started with, and the cache computes each year once.
+    void threadsQueryWhileReloading()
     {
         RKCalculatedHolidayCache cache;
         const RKCalendariumHolidayConfig bavaria = config("BY", "holidays,vacations,moonphases");
-        QVector<QThread*> threads;
-        QAtomicInt failures = 0;
-        for (int t = 0; t < 4; ++t) {
-            threads.append(QThread::create([&cache, &failures, bavaria]() {
-                for (int year = 2020; year < 2030; ++year) {
-                    const RKCalendariumContentKey day(RKCalendariumContentConfig(QDate(year, 12, 25), bavaria), RKProjectIdentifier());
-                    if (cache.holidaysAt(day).value(0) != QLatin1String("1. Weihnachtstag"))
-                        failures.ref();
-                }
-            }));
-            threads.last()->start();
-        }
-        for (QThread* thread : threads) {
-            thread->wait();
-            delete thread;
-        }
-        QCOMPARE(failures.loadRelaxed(), 0);
-        QCOMPARE(cache.size(), 10);
-    }
-
-    void reloadWhileThreadsQuery()
-    {
-        // Queries on other threads keep the tables they started with while reloadData() swaps them.
-        QAtomicInt stop = 0, wrong = 0, queries = 0;
+        QAtomicInt stop = 0, wrong = 0, rounds = 0;
         QVector<QThread*> threads;
         for (int t = 0; t < 3; ++t) {
             threads.append(QThread::create([&]() {
-                while (!stop.loadAcquire()) {
+                do {
+                    for (int year = 2020; year < 2030; ++year) {
+                        const RKCalendariumContentKey day(RKCalendariumContentConfig(QDate(year, 12, 25), bavaria), RKProjectIdentifier());
+                        if (cache.holidaysAt(day).value(0) != QLatin1String("1. Weihnachtstag"))
+                            wrong.ref();
+                    }
                     if (holidays(2024, "ALL").size() != 23 || calculator().availableProvinces(GERMAN).size() != 6
                         || calculator().description(6, config(QString(), "holidays")) != QLatin1String("Tag der Arbeit"))
                         wrong.ref();
-                    queries.ref();
-                }
+                    rounds.ref();
+                } while (!stop.loadAcquire());
             }));
             threads.last()->start();
         }
-        for (int n = 0; n < 5; ++n) {
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*hr_HR.xml"));
+        // Reloading is cheap (files are read again on the next query), so go on until the
+        // threads have queried across reloads.
+        for (int n = 0; n < 5 || rounds.loadAcquire() < 50; ++n) {
             calculator().reloadData();
+            QThread::yieldCurrentThread();
         }
         stop.storeRelease(1);
         for (QThread* thread : threads) {
             QVERIFY(thread->wait(60000));
             delete thread;
         }
-        QVERIFY(queries.loadRelaxed() > 0);
         QCOMPARE(wrong.loadRelaxed(), 0);
+        QCOMPARE(cache.size(), 10);
     }
 };
 

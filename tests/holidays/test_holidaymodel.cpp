@@ -42,42 +42,23 @@ class TestHolidayModel : public QObject
 private slots:
     void initTestCase() { isolateUserFiles(); }
 
-    void typeFromKeywords_data()
+    // The words themselves are the files' vocabulary, read by every fixture; parsing (case,
+    // blanks, empty and unknown pieces) is the shared word table's. Here: every value writes
+    // words that read back to it, and the unknown word stands for no type.
+    void everyValueReadsBack()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("value");
-        QTest::newRow("free, show") << "free, show" << 96;
-        QTest::newRow("capitalised") << "Free" << 32;
-        QTest::newRow("empty") << "" << 0;
-        QTest::newRow("not a keyword") << "holiday" << 0;
-        QTest::newRow("empty pieces") << ",,free," << 32;
-        QTest::newRow("blanks") << " SHOW " << 64;
-        QTest::newRow("none") << "none" << 0;
-        QTest::newRow("NO_HOLIDAY is no row") << "NO_HOLIDAY" << 0;
-        QTest::newRow("moon phases") << "new_moon,growing_crescent,full_moon,waning_crescent" << 15;
-        QTest::newRow("school") << "school" << 16;
-    }
-    void typeFromKeywords()
-    {
-        QFETCH(QString, text);
-        QFETCH(int, value);
-        const RKCalendariumHolidayType type(text);
-        QCOMPARE(type.toInt(), value);
-        // The list form reads back to the same value.
-        QCOMPARE(RKCalendariumHolidayType(type.encodeCSV()).toInt(), value);
-    }
-
-    void typeKeywordsRoundTrip()
-    {
-        // Every single flag writes its keyword and reads back to itself; mixed values have no single keyword.
-        for (int bit = 1; bit <= 64; bit <<= 1) {
-            const RKCalendariumHolidayType type(static_cast<RKCalendariumHolidayTypeEnum>(bit));
-            QVERIFY(type.encode() != QLatin1String("NO_HOLIDAY"));
-            QCOMPARE(RKCalendariumHolidayType(type.encode()).toInt(), bit);
+        for (int value = 0; value < 128; ++value) {
+            const RKCalendariumFeatures features(static_cast<RKCalendariumFeaturesEnum>(value));
+            QCOMPARE(RKCalendariumFeatures(features.encodeCSV()).toInt(), value);
+            const RKCalendariumHolidayType type(static_cast<RKCalendariumHolidayTypeEnum>(value));
+            QCOMPARE(RKCalendariumHolidayType(type.encodeCSV()).toInt(), value);
+            // A single flag also has a keyword of its own.
+            if (qPopulationCount(quint32(value)) == 1)
+                QCOMPARE(RKCalendariumHolidayType(type.encode()).toInt(), value);
         }
         QCOMPARE(RKCalendariumHolidayType().encode(), QStringLiteral("NO_HOLIDAY"));
-        QCOMPARE(typeOf("free,show").encode(), QStringLiteral("NO_HOLIDAY"));
-        QCOMPARE(typeOf("free,show").encodeCSV(), QStringLiteral("free, show"));
+        QCOMPARE(typeOf("free,show").encode(), QStringLiteral("NO_HOLIDAY")); // mixed: no single keyword
+        QCOMPARE(typeOf("NO_HOLIDAY").toInt(), 0);
     }
 
     void holidaysAndLists()
@@ -123,36 +104,6 @@ private slots:
         QCOMPARE(table.value(RKProvinceSpecification(german, "by")), 2);
         QCOMPARE(table.value(RKProvinceSpecification(german, "BY")), 1);
         QCOMPARE(table.value(RKProvinceSpecification(german, "NW"), -1), -1);
-    }
-
-    void featuresDecode_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("value");
-        QTest::newRow("two words") << "holidays, vacations" << 9;
-        QTest::newRow("any case") << "Holidays,MOONPHASES" << 17;
-        QTest::newRow("camel case word") << "PERSONALENTRIES" << 4;
-        QTest::newRow("unknown word") << "birthdays" << 0;
-        QTest::newRow("empty") << "" << 0;
-        QTest::newRow("padded") << " zodiacs , show_week_of_year " << 96;
-        QTest::newRow("all") << "personalEntries,holidays,holiday_colors,vacations,moonphases,zodiacs,show_week_of_year" << 127;
-    }
-    void featuresDecode()
-    {
-        QFETCH(QString, text);
-        QFETCH(int, value);
-        const RKCalendariumFeatures decoded(text);
-        QCOMPARE(decoded.toInt(), value);
-        QCOMPARE(decoded.isValid(), value != 0);
-    }
-
-    void featuresEncode()
-    {
-        QCOMPARE(RKCalendariumFeatures(static_cast<RKCalendariumFeaturesEnum>(7)).encodeCSV(), QStringLiteral("holidays, holiday_colors, personalEntries"));
-        for (int value = 0; value < 128; ++value) {
-            const RKCalendariumFeatures written(static_cast<RKCalendariumFeaturesEnum>(value));
-            QCOMPARE(RKCalendariumFeatures(written.encodeCSV()).toInt(), value);
-        }
     }
 
     void configCopiesAndSetters()
@@ -255,12 +206,6 @@ private slots:
         read.setLanguage(RKLocale("fr", "FR"));
         read.readFromXML(parent);
         QVERIFY(read == written);
-        // Written again, the element is the same.
-        QDomDocument again;
-        QDomElement parent2 = again.createElement("parent");
-        again.appendChild(parent2);
-        read.writeToXML(parent2);
-        QCOMPARE(again.toString(), document.toString());
     }
 
     void readFromXML_data()
@@ -322,11 +267,7 @@ private slots:
         QCOMPARE(defaults.defaultConfig().features().toInt(), 16 | 32);
 
         // A broken or missing file gives the default configuration.
-        {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            file.write("<default><holidays");
-        }
+        writeTestFile(path, "<default><holidays");
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("XML parse error.*calendarium_config.xml"));
         defaults.load();
         QVERIFY(defaults.defaultConfig() == RKCalendariumHolidayConfig());
@@ -335,38 +276,21 @@ private slots:
         QVERIFY(defaults.defaultConfig() == RKCalendariumHolidayConfig());
     }
 
-    void savedDefaultFailure_data()
+    // How a save fails (and that the previous file survives it) is the XML writer's matter;
+    // here the failure reaches the caller.
+    void savedDefaultFailureIsReported()
     {
-        QTest::addColumn<bool>("writableDirIsAFile");
-        QTest::addColumn<int>("recorded");
-        // Even root cannot create a file below a file, or replace a directory in the backup's place.
-        QTest::newRow("writable directory is a file") << true << int(RKErrorEvent::CouldNotOpenFileForReadWriteAccess);
-        QTest::newRow("backup place blocked") << false << int(RKErrorEvent::CouldNotDeleteFile);
-    }
-    void savedDefaultFailure()
-    {
-        QFETCH(bool, writableDirIsAFile);
-        QFETCH(int, recorded);
         QTemporaryDir place;
-        const QString writable = writableDirIsAFile ? place.filePath("file/sub") : place.path();
-        const QString previous = place.filePath("calendarium_config.xml");
-        QFile file(writableDirIsAFile ? place.filePath("file") : previous);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write("previous"), qint64(8));
-        file.close();
-        QVERIFY(QDir(place.path()).mkpath("calendarium_config.xml~/keep"));
+        writeTestFile(place.filePath("file"), QByteArray());
         const QByteArray before = qgetenv("RKXML_WRITABLE_DIR");
-        qputenv("RKXML_WRITABLE_DIR", writable.toLocal8Bit());
+        qputenv("RKXML_WRITABLE_DIR", place.filePath("file/sub").toLocal8Bit()); // below a file: never writable
         RKSingleton<RKDirectoryConfig>::instance().reload();
         RKErrorHistory history;
         const bool saved = RKSingleton<RKCalendariumHolidayConfigDefault>::instance().setDefaultConfig(sample(), &history);
         qputenv("RKXML_WRITABLE_DIR", before);
         RKSingleton<RKDirectoryConfig>::instance().reload();
         QVERIFY(!saved);
-        QVERIFY2(history.contains(recorded), qPrintable(QString::number(history.count())));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("previous"));
-        QCOMPARE(QDir(place.path()).entryList(QDir::Files | QDir::Hidden).size(), 1); // no temporary file left
+        QVERIFY(history.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess));
     }
 };
 

@@ -8,7 +8,6 @@
 #include <RKSVGImage.h>
 #include <RKSVGImageCalendar.h>
 #include <RKSVGImageRendererCache.h>
-#include <RKSVGLayerType.h>
 #include <RKXMLLoader.h>
 
 #include <QSvgRenderer>
@@ -47,15 +46,6 @@ private slots:
     // The document cache keys on addresses, and the images of these tests live on the stack.
     void init() { RKDocumentCache::instance().clearCache(); }
 
-    void keywordTables()
-    {
-        QCOMPARE(RKSVGLayerType(QStringLiteral("render,reference")).toInt(), 6);
-        QCOMPARE(RKSVGLayerType(QStringLiteral("transfer, Render")).toInt(), 3);
-        QCOMPARE(RKSVGImageType(QStringLiteral("svg_image_calendar")).toInt(), 2);
-        QCOMPARE(RKSVGImageType(QStringLiteral("SVG_PICTURE")).toInt(), 0);
-        QCOMPARE(RKSVGImageType(RKSVGImageTypeSVGImage).encode(), QStringLiteral("SVG_IMAGE"));
-    }
-
     void imageId_data()
     {
         QTest::addColumn<QString>("path");
@@ -79,9 +69,9 @@ private slots:
         const RKSVGImageCalendar c(parse("<svg><g><rect/></g><text/></svg>"), RKCssSheetTitleIdMap());
         QCOMPARE(a.hashValue(), b.hashValue());
         QCOMPARE(a.uniqueName(), b.uniqueName());
-        QCOMPARE(a.uniqueName(), QStringLiteral("RKSVGImageCalendar:hash=%1").arg(a.hashValue()));
         QVERIFY(static_cast<const RKDocumentCacheItem&>(a) == b);
         QVERIFY(a.hashValue() != c.hashValue());
+        QVERIFY(a.uniqueName() != c.uniqueName());
     }
 
     void holidayFields_data()
@@ -105,19 +95,16 @@ private slots:
     void brokenFilesGiveEmptyDocuments_data()
     {
         QTest::addColumn<QString>("file");
-        QTest::addColumn<bool>("encoded");
         QTest::addColumn<QString>("warning");
-        QTest::newRow("parse error") << "broken.svg" << false << "^XML parse error in \".*broken.svg\" at line 3";
-        QTest::newRow("missing") << "absent.svg" << false << "^Could not read file \".*absent.svg\"";
-        QTest::newRow("missing, encoded") << "absent.svg" << true << "^Could not read file \".*absent.svg\"";
+        QTest::newRow("parse error") << "broken.svg" << "^XML parse error in \".*broken.svg\" at line 3";
+        QTest::newRow("missing") << "absent.svg" << "^Could not read file \".*absent.svg\"";
     }
     void brokenFilesGiveEmptyDocuments()
     {
         QFETCH(QString, file);
-        QFETCH(bool, encoded);
         QFETCH(QString, warning);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
-        const RKSVGImage image = imageOf(testDataPath("images/" + file), encoded);
+        const RKSVGImage image = imageOf(testDataPath("images/" + file));
         const QDomDocument document = image.document();
         QVERIFY(document.documentElement().isNull());
         QCOMPARE(image.isValid(), QFileInfo::exists(testDataPath("images/" + file)));
@@ -126,13 +113,8 @@ private slots:
     void encodedFileWithFillNormalisation()
     {
         QTemporaryDir dir;
-        QFile source(testDataPath("images/clipart.svg"));
-        QVERIFY(source.open(QIODevice::ReadOnly));
         const QString path = dir.filePath("clip.svg");
-        QFile target(path);
-        QVERIFY(target.open(QIODevice::WriteOnly));
-        target.write(RKFileEncoder::encode(source.readAll()));
-        target.close();
+        writeTestFile(path, RKFileEncoder::encode(readTestFile(testDataPath("images/clipart.svg"))));
 
         const QDomElement path0 = imageOf(path, true, true).document().documentElement()
                                       .firstChildElement("g").firstChildElement("path");
@@ -314,10 +296,11 @@ private slots:
     {
         const auto gold = RKSVGCompositionRenderSituation::createForThumbnail(RKSpotColor(1), RKRenderingRule(0x8000));
         QCOMPARE(gold.renderingRules().value(), 0x88000);
-        QVERIFY(gold.spotColorActive() && gold.splitSpotColor());
-        QCOMPARE(static_cast<int>(gold.variantForSituation()), 2);
+        QVERIFY(gold.spotColorActive());
+        QVERIFY(gold.splitSpotColor());
         const auto none = RKSVGCompositionRenderSituation::createForThumbnail(RKSpotColor(0), RKRenderingRule(0));
-        QVERIFY(!none.spotColorActive() && !none.splitSpotColor());
+        QVERIFY(!none.spotColorActive());
+        QVERIFY(!none.splitSpotColor());
     }
 };
 

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QDir>
+#include <QDomDocument>
+#include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QString>
 #include <QTemporaryDir>
@@ -16,6 +19,34 @@ inline QString testDataPath(const QString& relative)
 inline QString shippedDataPath(const QString& relative)
 {
     return QDir(QStringLiteral(RKXML_SHIPPED_DATA_DIR)).filePath(relative);
+}
+
+/// The bytes of the file at `path`, or "<unreadable>" when it cannot be opened, so that a
+/// missing file never compares equal to an expected empty one.
+inline QByteArray readTestFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+}
+
+/// Replaces the file at `path` by `bytes`, creating missing parent directories.
+inline void writeTestFile(const QString& path, const QByteArray& bytes)
+{
+    QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QCOMPARE(file.write(bytes), qint64(bytes.size()));
+}
+
+/// The root element of `xml`, null when `xml` does not parse. The documents are kept for the
+/// life of the process so that their elements stay usable. Not thread-safe.
+inline QDomElement testElement(const QString& xml)
+{
+    static QList<QDomDocument> documents;
+    QDomDocument document;
+    document.setContent(xml);
+    documents.append(document);
+    return document.documentElement();
 }
 
 /**

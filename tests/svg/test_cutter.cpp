@@ -34,62 +34,58 @@ class TestCutter : public QObject
     Q_OBJECT
 
 private slots:
-    void cut_data();
-    void cut();
-    void snippetContent();
-};
+    void cut_data()
+    {
+        QTest::addColumn<QString>("body");
+        QTest::addColumn<QString>("expected");
 
-void TestCutter::cut_data()
-{
-    QTest::addColumn<QString>("body");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("box with own transform, matrix of ancestors")
-        << "<g transform=\"translate(10,20)\"><g transform=\"scale(3)\"><rect id=\"a\" class=\"cut\" width=\"5\" height=\"4\" "
-           "transform=\"scale(2)\"/></g></g>"
-        << "a:0,0,10,8:3,0,0,3,10,20";
-    QTest::newRow("outer mark only, document order")
-        << "<g id=\"outer\" class=\"cut\"><rect id=\"inner\" class=\"cut\" x=\"1\" y=\"2\" width=\"3\" height=\"4\"/></g>"
-           "<circle id=\"c\" class=\"cut\" cx=\"50\" cy=\"50\" r=\"5\"/>"
-        << "outer:1,2,3,4:1,0,0,1,0,0 | c:45,45,10,10:1,0,0,1,0,0";
-    QTest::newRow("value compared exactly") << "<rect id=\"a\" class=\"Cut\"/><rect id=\"b\" class=\"cut x\"/>" << "";
-    QTest::newRow("no id, unknown element: empty box, identity")
-        << "<g transform=\"scale(2)\"><rect class=\"cut\" width=\"5\" height=\"5\"/><foo id=\"f\" class=\"cut\"/></g>"
-        << ":0,0,0,0:1,0,0,1,0,0 | f:0,0,0,0:1,0,0,1,0,0";
-}
-
-void TestCutter::cut()
-{
-    QFETCH(QString, body);
-    QFETCH(QString, expected);
-    const QDomDocument document = parse(
-        QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"100\" height=\"100\">%1</svg>").arg(body));
-    const QString before = document.toString();
-    const RKSVGCutter cutter(QStringLiteral("class"), QStringLiteral("cut"));
-    const QList<RKSVGSnippet> snippets = cutter.cut(document.documentElement());
-    QCOMPARE(describe(snippets), expected);
-    QCOMPARE(document.toString(), before);
-    // The renderer's matrix is what the transform reader computes for the mark's parent.
-    const QList<QDomElement> marks = cutter.findCutMarks(document.documentElement());
-    QCOMPARE(marks.size(), snippets.size());
-    for (int i = 0; i < marks.size(); ++i) {
-        if (snippets.at(i).boundingBox().isValid())
-            QCOMPARE(snippets.at(i).matrix(), RKSVGTransformReader::transformMatrix(marks.at(i).parentNode().toElement()));
+        QTest::newRow("box with own transform, matrix of ancestors")
+            << "<g transform=\"translate(10,20)\"><g transform=\"scale(3)\"><rect id=\"a\" class=\"cut\" width=\"5\" height=\"4\" "
+               "transform=\"scale(2)\"/></g></g>"
+            << "a:0,0,10,8:3,0,0,3,10,20";
+        QTest::newRow("outer mark only, document order")
+            << "<g id=\"outer\" class=\"cut\"><rect id=\"inner\" class=\"cut\" x=\"1\" y=\"2\" width=\"3\" height=\"4\"/></g>"
+               "<circle id=\"c\" class=\"cut\" cx=\"50\" cy=\"50\" r=\"5\"/>"
+            << "outer:1,2,3,4:1,0,0,1,0,0 | c:45,45,10,10:1,0,0,1,0,0";
+        QTest::newRow("value compared exactly") << "<rect id=\"a\" class=\"Cut\"/><rect id=\"b\" class=\"cut x\"/>" << "";
+        QTest::newRow("no id, unknown element: empty box, identity")
+            << "<g transform=\"scale(2)\"><rect class=\"cut\" width=\"5\" height=\"5\"/><foo id=\"f\" class=\"cut\"/></g>"
+            << ":0,0,0,0:1,0,0,1,0,0 | f:0,0,0,0:1,0,0,1,0,0";
     }
-}
 
-void TestCutter::snippetContent()
-{
-    // One attribute each: QDom writes attributes in an order that changes from run to run.
-    const QDomDocument document = parse(QStringLiteral("<svg><g class=\"cut\"><rect id=\"r\"/></g></svg>"));
-    const RKSVGCutter cutter(QStringLiteral("id"), QStringLiteral("r"));
-    const QDomElement rect = document.documentElement().firstChildElement().firstChildElement();
-    QCOMPARE(cutter.createSubTree(rect), QStringLiteral("<svg> <rect id=\"r\"/>\n</svg>"));
-    const QList<RKSVGSnippet> snippets = cutter.cut(document.documentElement());
-    QCOMPARE(snippets.size(), 1);
-    QCOMPARE(snippets.first(), RKSVGSnippet(cutter.createSubTree(rect), QStringLiteral("r"), QRectF(0, 0, 0, 0), QTransform()));
-    QVERIFY(snippets.first() != RKSVGSnippet(cutter.createSubTree(rect), QStringLiteral("r"), QRectF(0, 0, 1, 0), QTransform()));
-}
+    void cut()
+    {
+        QFETCH(QString, body);
+        QFETCH(QString, expected);
+        const QDomDocument document = parse(
+            QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"100\" height=\"100\">%1</svg>").arg(body));
+        const QString before = document.toString();
+        const RKSVGCutter cutter(QStringLiteral("class"), QStringLiteral("cut"));
+        const QList<RKSVGSnippet> snippets = cutter.cut(document.documentElement());
+        QCOMPARE(describe(snippets), expected);
+        QCOMPARE(document.toString(), before);
+        // The renderer's matrix is what the transform reader computes for the mark's parent.
+        const QList<QDomElement> marks = cutter.findCutMarks(document.documentElement());
+        QCOMPARE(marks.size(), snippets.size());
+        for (int i = 0; i < marks.size(); ++i) {
+            if (snippets.at(i).boundingBox().isValid())
+                QCOMPARE(snippets.at(i).matrix(), RKSVGTransformReader::transformMatrix(marks.at(i).parentNode().toElement()));
+        }
+    }
+
+    void snippetContent()
+    {
+        // One attribute each: QDom writes attributes in an order that changes from run to run.
+        const QDomDocument document = parse(QStringLiteral("<svg><g class=\"cut\"><rect id=\"r\"/></g></svg>"));
+        const RKSVGCutter cutter(QStringLiteral("id"), QStringLiteral("r"));
+        const QDomElement rect = document.documentElement().firstChildElement().firstChildElement();
+        QCOMPARE(cutter.createSubTree(rect), QStringLiteral("<svg> <rect id=\"r\"/>\n</svg>"));
+        const QList<RKSVGSnippet> snippets = cutter.cut(document.documentElement());
+        QCOMPARE(snippets.size(), 1);
+        QCOMPARE(snippets.first(), RKSVGSnippet(cutter.createSubTree(rect), QStringLiteral("r"), QRectF(0, 0, 0, 0), QTransform()));
+        QVERIFY(snippets.first() != RKSVGSnippet(cutter.createSubTree(rect), QStringLiteral("r"), QRectF(0, 0, 1, 0), QTransform()));
+    }
+};
 
 QTEST_MAIN(TestCutter)
 #include "test_cutter.moc"

@@ -36,120 +36,111 @@ class TestTransformReader : public QObject
     Q_OBJECT
 
 private slots:
-    void sameAsQtRenderer_data();
-    void sameAsQtRenderer();
-    void inError_data();
-    void inError();
-    void cutShortIsIdentity();
-    void numbersArray_data();
-    void numbersArray();
-    void points();
-};
-
-void TestTransformReader::sameAsQtRenderer_data()
-{
-    QTest::addColumn<QString>("list");
-    const char* const lists[] = {
-        "translate(10)", "translate(10,20)", "scale(2)", "scale(2 -3)", "rotate(90)", "rotate(30 10 20)",
-        "rotate(-45,5,5)", "skewX(30)", "skewY(-15)", "matrix(1 2 3 4 5 6)", "matrix(0.5,0,0,0.5,-3,4)",
-        "translate(1,2) scale(3) rotate(45)", "translate(1,2),scale(3)", "translate(1)scale(2)",
-        "  translate( 1 , 2 )  ", "translate(-1.5e1,.5)", "translate(1.5.5)", "scale(1-2)", "translate(1E+2 -2e-1)",
-        "matrix(1 0 0 1 0 0) skewX(10) skewY(20) rotate(3, -1, -2) scale(0.25) translate(-7 8)", "",
-    };
-    for (const char* list : lists)
-        QTest::newRow(list) << QString::fromLatin1(list);
-    QTest::newRow("tab, line feed, return") << QStringLiteral("translate(1\t2)\nscale(3)\r,rotate(4)");
-    QTest::newRow("codes 133 and 160") << QStringLiteral("rotate(45\u00a010\u008520)\u00a0scale(2)");
-}
-
-void TestTransformReader::sameAsQtRenderer()
-{
-    QFETCH(QString, list);
-    const QTransform ours = RKSVGTransformReader::parseTransformationMatrix(list);
-    const QTransform qt = qtTransform(list);
-    QVERIFY2(fuzzyEqual(ours, qt), qPrintable(QStringLiteral("ours %1 %2 %3 %4 %5 %6, Qt %7 %8 %9 %10 %11 %12")
-                                                .arg(ours.m11()).arg(ours.m12()).arg(ours.m21()).arg(ours.m22())
-                                                .arg(ours.dx()).arg(ours.dy()).arg(qt.m11()).arg(qt.m12())
-                                                .arg(qt.m21()).arg(qt.m22()).arg(qt.dx()).arg(qt.dy())));
-}
-
-// A list in error is ignored as a whole, also where Qt keeps the functions read before the error.
-void TestTransformReader::inError_data()
-{
-    QTest::addColumn<QString>("list");
-    const char* const lists[] = {
-        "translate(1", "translate(1,)", "translate(,1)", "translate(1 2 3)", "rotate(1 2)", "matrix(1 2 3 4 5)",
-        "scale()", "foo(1)", "Translate(1)", "translate(1) garbage", "translate(1),", ",translate(1)",
-        "translate(1 ,, 2)", "translate(1e999)", "scale(1e200) scale(1e200)", "translate(5) scale(2", "translate 1", "translate(1e)", "skewX(+)",
-    };
-    for (const char* list : lists)
-        QTest::newRow(list) << QString::fromLatin1(list);
-}
-
-void TestTransformReader::inError()
-{
-    QFETCH(QString, list);
-    QVERIFY(RKSVGTransformReader::parseTransformationMatrix(list).isIdentity());
-}
-
-// Every proper prefix of a list ends in error, and reading it stops at the end of the text
-// (the prefixes are separate strings, so a sanitizer build sees any read beyond them).
-void TestTransformReader::cutShortIsIdentity()
-{
-    const QString full = QStringLiteral("rotate(-12.5e0, 3 4)");
-    QVERIFY(!RKSVGTransformReader::parseTransformationMatrix(full).isIdentity());
-    for (int length = 1; length < full.size(); ++length) {
-        const QString prefix = full.left(length);
-        QVERIFY2(RKSVGTransformReader::parseTransformationMatrix(prefix).isIdentity(), qPrintable(prefix));
+    void sameAsQtRenderer_data()
+    {
+        QTest::addColumn<QString>("list");
+        const char* const lists[] = {
+            "translate(10)", "translate(10,20)", "scale(2)", "scale(2 -3)", "rotate(90)", "rotate(30 10 20)", "skewX(30)",
+            "skewY(-15)", "matrix(1 2 3 4 5 6)", "translate(1,2) scale(3) rotate(45)", "translate(1,2),scale(3)",
+            "translate(1)scale(2)", "  translate( 1 , 2 )  ", "translate(-1.5e1,.5)", "translate(1.5.5)", "scale(1-2)",
+            "translate(1E+2 -2e-1)", "",
+        };
+        for (const char* list : lists)
+            QTest::newRow(list) << QString::fromLatin1(list);
+        QTest::newRow("tab, line feed, return") << QStringLiteral("translate(1\t2)\nscale(3)\r,rotate(4)");
+        QTest::newRow("codes 133 and 160") << QStringLiteral("rotate(45\u00a010\u008520)\u00a0scale(2)");
     }
-}
 
-void TestTransformReader::numbersArray_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QString>("numbers");
-    QTest::addColumn<int>("stop");
+    void sameAsQtRenderer()
+    {
+        QFETCH(QString, list);
+        const QTransform ours = RKSVGTransformReader::parseTransformationMatrix(list);
+        const QTransform qt = qtTransform(list);
+        QVERIFY2(fuzzyEqual(ours, qt), qPrintable(QStringLiteral("ours %1 %2 %3 %4 %5 %6, Qt %7 %8 %9 %10 %11 %12")
+                                                    .arg(ours.m11()).arg(ours.m12()).arg(ours.m21()).arg(ours.m22())
+                                                    .arg(ours.dx()).arg(ours.dy()).arg(qt.m11()).arg(qt.m12())
+                                                    .arg(qt.m21()).arg(qt.m22()).arg(qt.dx()).arg(qt.dy())));
+    }
 
-    QTest::newRow("commas and blanks") << " 1, 2 3)" << true << "1 2 3" << 7;
-    QTest::newRow("signs separate") << "1-2+3" << true << "1 -2 3" << 5;
-    QTest::newRow("exponent without digits") << "1e)" << true << "1" << 1;
-    QTest::newRow("trailing comma") << "1, )" << false << "1" << 3;
-    QTest::newRow("nothing") << "  )" << true << "" << 2;
-    QTest::newRow("end of text") << "4 " << true << "4" << 1;
-}
+    // A list in error is ignored as a whole, also where Qt keeps the functions read before the error
+    // (a list cut short: cutShortIsIdentity).
+    void inError_data()
+    {
+        QTest::addColumn<QString>("list");
+        const char* const lists[] = {
+            "translate(1,)", "translate(,1)", "translate(1 2 3)", "rotate(1 2)", "scale()", "foo(1)", "Translate(1)",
+            "translate(1) garbage", "translate(1),", ",translate(1)", "translate(1 ,, 2)", "translate(1e999)", "scale(1e200) scale(1e200)",
+            "translate 1", "translate(1e)", "skewX(+)",
+        };
+        for (const char* list : lists)
+            QTest::newRow(list) << QString::fromLatin1(list);
+    }
 
-void TestTransformReader::numbersArray()
-{
-    QFETCH(QString, text);
-    QFETCH(bool, ok);
-    QFETCH(QString, numbers);
-    QFETCH(int, stop);
+    void inError()
+    {
+        QFETCH(QString, list);
+        QVERIFY(RKSVGTransformReader::parseTransformationMatrix(list).isIdentity());
+    }
 
-    const QChar* position = text.constData();
-    RKSVGTransformReader::Numbers read;
-    QCOMPARE(RKSVGTransformReader::parseNumbersArray(position, text.constData() + text.size(), read), ok);
-    QStringList written;
-    for (double value : read)
-        written << QString::number(value);
-    QCOMPARE(written.join(QLatin1Char(' ')), numbers);
-    QCOMPARE(int(position - text.constData()), stop);
-}
+    // Every proper prefix of a list ends in error, and reading it stops at the end of the text
+    // (the prefixes are separate strings, so a sanitizer build sees any read beyond them).
+    void cutShortIsIdentity()
+    {
+        const QString full = QStringLiteral("rotate(-12.5e0, 3 4)");
+        QVERIFY(!RKSVGTransformReader::parseTransformationMatrix(full).isIdentity());
+        for (int length = 1; length < full.size(); ++length) {
+            const QString prefix = full.left(length);
+            QVERIFY2(RKSVGTransformReader::parseTransformationMatrix(prefix).isIdentity(), qPrintable(prefix));
+        }
+    }
 
-void TestTransformReader::points()
-{
-    QCOMPARE(RKSVGTransformReader::parseTransformationMatrix(QStringLiteral("rotate(90, 10, 10)")).map(QPointF(20, 10)),
-        QPointF(10, 20));
-    QDomDocument document;
-    document.setContent(QStringLiteral("<svg transform=\"translate(0 5)\"><g transform=\"scale(2)\">"
-                                       "<rect transform=\"translate(10,0)\"/></g></svg>"));
-    const QDomElement rect = document.documentElement().firstChildElement().firstChildElement();
-    QCOMPARE(RKSVGTransformReader::transformMatrix(rect).map(QPointF(0, 0)), QPointF(20, 5));
-    QVERIFY(RKSVGTransformReader::transformMatrix(QDomElement()).isIdentity());
-    // Each list is finite; their product is not.
-    document.setContent(QStringLiteral("<g transform=\"scale(1e200)\"><rect transform=\"scale(1e200)\"/></g>"));
-    QVERIFY(RKSVGTransformReader::transformMatrix(document.documentElement().firstChildElement()).isIdentity());
-}
+    void numbersArray_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QString>("numbers");
+        QTest::addColumn<int>("stop");
+
+        QTest::newRow("commas and blanks") << " 1, 2 3)" << true << "1 2 3" << 7;
+        QTest::newRow("signs separate") << "1-2+3" << true << "1 -2 3" << 5;
+        QTest::newRow("exponent without digits") << "1e)" << true << "1" << 1;
+        QTest::newRow("trailing comma") << "1, )" << false << "1" << 3;
+        QTest::newRow("nothing") << "  )" << true << "" << 2;
+        QTest::newRow("end of text") << "4 " << true << "4" << 1;
+    }
+
+    void numbersArray()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, ok);
+        QFETCH(QString, numbers);
+        QFETCH(int, stop);
+
+        const QChar* position = text.constData();
+        RKSVGTransformReader::Numbers read;
+        QCOMPARE(RKSVGTransformReader::parseNumbersArray(position, text.constData() + text.size(), read), ok);
+        QStringList written;
+        for (double value : read)
+            written << QString::number(value);
+        QCOMPARE(written.join(QLatin1Char(' ')), numbers);
+        QCOMPARE(int(position - text.constData()), stop);
+    }
+
+    void points()
+    {
+        QCOMPARE(RKSVGTransformReader::parseTransformationMatrix(QStringLiteral("rotate(90, 10, 10)")).map(QPointF(20, 10)),
+            QPointF(10, 20));
+        QDomDocument document;
+        document.setContent(QStringLiteral("<svg transform=\"translate(0 5)\"><g transform=\"scale(2)\">"
+                                           "<rect transform=\"translate(10,0)\"/></g></svg>"));
+        const QDomElement rect = document.documentElement().firstChildElement().firstChildElement();
+        QCOMPARE(RKSVGTransformReader::transformMatrix(rect).map(QPointF(0, 0)), QPointF(20, 5));
+        QVERIFY(RKSVGTransformReader::transformMatrix(QDomElement()).isIdentity());
+        // Each list is finite; their product is not.
+        document.setContent(QStringLiteral("<g transform=\"scale(1e200)\"><rect transform=\"scale(1e200)\"/></g>"));
+        QVERIFY(RKSVGTransformReader::transformMatrix(document.documentElement().firstChildElement()).isIdentity());
+    }
+};
 
 QTEST_MAIN(TestTransformReader)
 #include "test_transformreader.moc"

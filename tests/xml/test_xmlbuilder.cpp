@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 
 #include <csignal>
+#include <functional>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -18,20 +19,8 @@ namespace {
 
 QDomDocument parse(const QString& text) { QDomDocument document; document.setContent(text); return document; }
 
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
-}
-
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(bytes), qint64(bytes.size()));
-}
-
-QDomDocument sampleDocument(const QString& rootText = QStringLiteral("new content"))
+// Text outside ASCII, so that every save also shows the file is written as UTF-8.
+QDomDocument sampleDocument(const QString& rootText = QString::fromUtf8("new content — ü 元旦"))
 {
     QDomDocument document;
     QDomElement root = RKXMLBuilder::buildRootElement(document, QStringLiteral("settings"));
@@ -46,31 +35,16 @@ QStringList leftoverTemporaries(const QString& dir)
     return QDir(dir).entryList(QStringList() << QStringLiteral(".{*}"), QDir::Files | QDir::Hidden);
 }
 
-// Structural description that ignores what the canonical form drops or reorders:
-// attribute order and processing instructions.
-QString describe(const QDomNode& node)
+// Runs `work` in a child process; its exit code, or -1 when the child did not exit normally.
+int exitCodeInChild(const std::function<int()>& work)
 {
-    QString out;
-    if (node.isElement()) {
-        QStringList attrs;
-        for (int i = 0; i < node.attributes().count(); ++i)
-            attrs << node.attributes().item(i).nodeName() + QLatin1Char('=') + node.attributes().item(i).nodeValue();
-        attrs.sort();
-        out = QStringLiteral("<%1 %2>").arg(node.nodeName(), attrs.join(QLatin1Char('|')));
-        for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling())
-            out += describe(child);
-        return out + QStringLiteral("</>");
-    }
-    const QString kind = node.isCDATASection() ? QStringLiteral("C") : node.isText() ? QStringLiteral("T") : node.isComment() ? QStringLiteral("M") : QString();
-    return kind.isEmpty() ? QString() : kind + QLatin1Char('[') + node.nodeValue() + QLatin1Char(']');
-}
-
-QString describeFromRoot(const QDomDocument& document)
-{
-    QString out;
-    for (QDomNode n = document.documentElement(); !n.isNull(); n = n.nextSibling())
-        out += describe(n);
-    return out;
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(work());
+    int status = 0;
+    if (child < 0 || ::waitpid(child, &status, 0) != child || !WIFEXITED(status))
+        return -1;
+    return WEXITSTATUS(status);
 }
 
 }
@@ -115,39 +89,45 @@ private Q_SLOTS:
         QCOMPARE(text.count(QStringLiteral("<?")), 1);
         for (const char* dropped : {"before", "DOCTYPE", "hint"})
             QVERIFY2(!text.contains(QLatin1String(dropped)), dropped);
-        // Content inside the root and siblings after it are written.
-        for (const char* kept : {"<!--inside-->", "<![CDATA[a < b]]>", "t&amp;x", "<!--after-->"})
+        // Content inside the root, indented by the argument, and siblings after it are written.
+        for (const char* kept : {"\n  <!--inside-->", "<![CDATA[a < b]]>", "t&amp;x", "<!--after-->"})
             QVERIFY2(text.contains(QLatin1String(kept)), kept);
     }
 
-    void indentationFollowsTheArgument()
+    void fixtureWritesItsCanonicalForm()
     {
-        const QDomDocument document = parse(QStringLiteral("<a><b><c/></b></a>"));
-        QVERIFY(RKXMLBuilder::toString(document, 4).contains(QStringLiteral("\n        <c/>")));
-        QVERIFY(RKXMLBuilder::toString(document, 1).contains(QStringLiteral("\n  <c/>")));
-    }
-
-    void fixtureSurvivesReadWriteRead()
-    {
+        // The golden file keeps every element, text (a character outside the BMP included), CDATA
+        // section and comment of the fixture, in UTF-8 with sorted attributes; only what precedes
+        // the root and the instruction go.
         const QDomDocument original = RKXMLLoader::loadDocument(testDataPath(QStringLiteral("xml/calendar_page.svg")));
         QVERIFY(!original.isNull());
         const QString first = RKXMLBuilder::toString(original, 4);
-        QVERIFY(first.contains(QStringLiteral("xmlns:vako=\"http://example.invalid/vako\"")));
-        QVERIFY(first.contains(QStringLiteral("<rect class=\"day_empty\" height=\"200\" vako:cal=\"day_2\" width=\"250\" x=\"350\" y=\"400\"/>")));
-
-        const QDomDocument reread = RKXMLLoader::parse(first.toUtf8(), QStringLiteral("first save"));
-        QVERIFY(!reread.isNull());
-        QCOMPARE(describeFromRoot(reread), describeFromRoot(original));
-        QVERIFY(describeFromRoot(original).contains(QString::fromUtf8("Neujahr — ü ß 元旦")));
+        QCOMPARE(first, QString::fromUtf8(readTestFile(testDataPath(QStringLiteral("xml/calendar_page.canonical.svg")))));
         // Canonical: writing what was read back gives the same bytes.
+        const QDomDocument reread = RKXMLLoader::parse(first.toUtf8(), QStringLiteral("first save"));
         QCOMPARE(RKXMLBuilder::toString(reread, 4), first);
+    }
 
-        // Through a real file as well.
-        RKErrorHistory history;
-        const QFileInfo target(path(QStringLiteral("page.svg")));
-        QVERIFY(RKXMLBuilder::saveUTF8(original, target, &history));
-        QVERIFY(history.isEmpty());
-        QCOMPARE(QString::fromUtf8(readFile(target.absoluteFilePath())), first);
+    void cdataSplitsAtItsEndMarker_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("no end marker") << QStringLiteral("a < b & c");
+        QTest::newRow("end marker inside") << QStringLiteral("x]]>y");
+        QTest::newRow("at both ends") << QStringLiteral("]]>a]]>");
+        QTest::newRow("brackets run into it") << QStringLiteral("]]]]>>");
+    }
+    void cdataSplitsAtItsEndMarker()
+    {
+        // QDom writes sections as they are: the document it writes must stay well-formed and
+        // read back the same text.
+        QFETCH(QString, text);
+        QDomDocument document;
+        QDomElement root = RKXMLBuilder::buildRootElement(document, QStringLiteral("style"));
+        RKXMLBuilder::appendCData(root, text);
+        QDomDocument reread;
+        QVERIFY(reread.setContent(document.toString()));
+        QCOMPARE(reread.documentElement().text(), text);
+        QVERIFY(reread.documentElement().firstChild().isCDATASection());
     }
 
     void toStringStopsAtWriterOutput()
@@ -209,7 +189,6 @@ private Q_SLOTS:
         QTest::newRow("non-empty file gets ~") << QByteArray("<old/>") << true << QStringLiteral("~") << false;
         QTest::newRow("empty file gets .bak") << QByteArray() << true << QStringLiteral(".bak") << false;
         QTest::newRow("older ~ backup is replaced") << QByteArray("<old>2</old>") << true << QStringLiteral("~") << true;
-        QTest::newRow("older .bak backup is replaced") << QByteArray() << true << QStringLiteral(".bak") << true;
         QTest::newRow("no previous file, no backup") << QByteArray() << false << QStringLiteral("~") << false;
     }
 
@@ -221,18 +200,18 @@ private Q_SLOTS:
         QFETCH(bool, olderBackup);
         const QString target = path(QStringLiteral("config.xml"));
         if (existing)
-            writeFile(target, previous);
+            writeTestFile(target, previous);
         if (olderBackup)
-            writeFile(target + suffix, "<older/>");
+            writeTestFile(target + suffix, "<older/>");
 
         QSignalSpy written(&RKPlatformIndependent::instance(), &RKPlatformIndependent::fileWritten);
         RKErrorHistory history;
         const QDomDocument document = sampleDocument();
         QVERIFY(RKXMLBuilder::saveUTF8(document, QFileInfo(target), &history));
         QVERIFY(history.isEmpty());
-        QCOMPARE(QString::fromUtf8(readFile(target)), RKXMLBuilder::toString(document, 4));
+        QCOMPARE(QString::fromUtf8(readTestFile(target)), RKXMLBuilder::toString(document, 4));
         if (existing)
-            QCOMPARE(readFile(target + suffix), previous);
+            QCOMPARE(readTestFile(target + suffix), previous);
         const QString otherSuffix = suffix == QStringLiteral("~") ? QStringLiteral(".bak") : QStringLiteral("~");
         QVERIFY(!QFileInfo::exists(target + otherSuffix));
         QVERIFY(existing || !QFileInfo::exists(target + suffix));
@@ -240,7 +219,7 @@ private Q_SLOTS:
 
         // A second save moves the first save's file to the backup.
         QVERIFY(RKXMLBuilder::saveUTF8(sampleDocument(QStringLiteral("second")), QFileInfo(target), &history));
-        QCOMPARE(QString::fromUtf8(readFile(target + QStringLiteral("~"))), RKXMLBuilder::toString(document, 4));
+        QCOMPARE(QString::fromUtf8(readTestFile(target + QStringLiteral("~"))), RKXMLBuilder::toString(document, 4));
         // Every save tells the platform which file it wrote.
         QCOMPARE(written.count(), 2);
         QCOMPARE(written.at(0).at(0).toString(), QFileInfo(target).absoluteFilePath());
@@ -257,7 +236,6 @@ private Q_SLOTS:
         QTest::newRow("empty") << QByteArray() << false;
         QTest::newRow("only declaration") << declaration << false;
         QTest::newRow("truncated") << declaration + "<svg width=\"1\">\n<text>abc" << false;
-        QTest::newRow("closed by another name") << QByteArray("<svg>text</other>") << false;
         QTest::newRow("name without end in head") << QByteArray("<") + QByteArray(120, 'n') + "></n>" << false;
         QTest::newRow("tag after 100 bytes") << QByteArray(100, ' ') + "<a></a>" << false;
         QByteArray longBody = declaration + "<doc>";
@@ -273,7 +251,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, content);
         QFETCH(bool, expected);
         const QString file = path(QStringLiteral("probe.xml"));
-        writeFile(file, content);
+        writeTestFile(file, content);
         QFile probe(file);
         QCOMPARE(RKXMLBuilder::isProbablyXML(&probe), expected);
         QVERIFY(!probe.isOpen());
@@ -286,10 +264,10 @@ private Q_SLOTS:
         QDomDocument document = sampleDocument();
         document.appendChild(document.createComment(QStringLiteral("trailing remark that is longer than fifty characters in total")));
         const QString target = path(QStringLiteral("keep.xml"));
-        writeFile(target, "<previous>ok</previous>");
+        writeTestFile(target, "<previous>ok</previous>");
         RKErrorHistory history;
         QVERIFY(!RKXMLBuilder::saveUTF8(document, QFileInfo(target), &history));
-        QCOMPARE(readFile(target), QByteArray("<previous>ok</previous>"));
+        QCOMPARE(readTestFile(target), QByteArray("<previous>ok</previous>"));
         QVERIFY(!QFileInfo::exists(target + QStringLiteral("~")));
         QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
     }
@@ -299,9 +277,8 @@ private Q_SLOTS:
         // Root ignores permission bits, so when the tests run as root the save runs in a child
         // process that has given up root for the unprivileged "nobody" account.
         const QString dir = path(QStringLiteral("readonly"));
-        QVERIFY(QDir().mkpath(dir));
         const QString target = dir + QStringLiteral("/locked.xml");
-        writeFile(target, "<locked>1</locked>");
+        writeTestFile(target, "<locked>1</locked>");
         QVERIFY(::chmod(QFile::encodeName(myDir->path()).constData(), 0755) == 0);
         QVERIFY(::chmod(QFile::encodeName(dir).constData(), 0555) == 0);
 
@@ -313,23 +290,14 @@ private Q_SLOTS:
             return history.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess) ? 0 : 2;
         };
 
-        int outcome = ::geteuid() == 0 ? -1 : attempt();
-        if (outcome < 0) {
-            const pid_t child = ::fork();
-            QVERIFY(child >= 0);
-            if (child == 0) {
-                if (::setgid(65534) != 0 || ::setuid(65534) != 0)
-                    ::_exit(3);
-                ::_exit(attempt());
-            }
-            int status = 0;
-            QCOMPARE(::waitpid(child, &status, 0), child);
-            QVERIFY(WIFEXITED(status));
-            outcome = WEXITSTATUS(status);
-        }
+        const int outcome = ::geteuid() != 0 ? attempt() : exitCodeInChild([&attempt] {
+            if (::setgid(65534) != 0 || ::setuid(65534) != 0)
+                return 3;
+            return attempt();
+        });
         ::chmod(QFile::encodeName(dir).constData(), 0755);
         QCOMPARE(outcome, 0);
-        QCOMPARE(readFile(target), QByteArray("<locked>1</locked>"));
+        QCOMPARE(readTestFile(target), QByteArray("<locked>1</locked>"));
         QCOMPARE(QDir(dir).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList() << QStringLiteral("locked.xml"));
     }
 
@@ -343,16 +311,15 @@ private Q_SLOTS:
     {
         QFETCH(bool, inPlaceFallback);
         const QString target = path(QStringLiteral("doc.xml"));
-        writeFile(target, "<doc>precious</doc>");
-        QVERIFY(QDir().mkpath(target + QStringLiteral("~/inner")));
-        writeFile(target + QStringLiteral("~/inner/file"), "x");
+        writeTestFile(target, "<doc>precious</doc>");
+        writeTestFile(target + QStringLiteral("~/inner/file"), "x");
         RKPlatformIndependent::instance().setAllowsInPlaceWriteFallback(inPlaceFallback);
         RKErrorHistory history;
         QCOMPARE(RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(target), &history), inPlaceFallback);
         RKPlatformIndependent::instance().setAllowsInPlaceWriteFallback(false);
         QVERIFY(history.contains(RKErrorEvent::CouldNotDeleteFile));
         QVERIFY(!history.contains(RKErrorEvent::CouldNotRenameFile));
-        QCOMPARE(readFile(target), inPlaceFallback ? RKXMLBuilder::toString(sampleDocument(), 4).toUtf8() : QByteArray("<doc>precious</doc>"));
+        QCOMPARE(readTestFile(target), inPlaceFallback ? RKXMLBuilder::toString(sampleDocument(), 4).toUtf8() : QByteArray("<doc>precious</doc>"));
         QVERIFY(QFileInfo(target + QStringLiteral("~/inner/file")).exists());
         QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
     }
@@ -361,30 +328,20 @@ private Q_SLOTS:
     {
         if (!QFileInfo::exists(QStringLiteral("/dev/full")))
             QSKIP("no /dev/full on this system");
-        // Large enough to overflow any write buffer, and small: the failure shows at write or at flush.
-        QDomDocument document = sampleDocument();
-        QDomElement root = document.documentElement();
-        for (int i = 0; i < 3000; ++i)
-            RKXMLBuilder::buildDomElement(root, QStringLiteral("row"), QStringLiteral("n"), QString::number(i));
+        // A small document stays in the write buffer until the flush, which must fail the save.
+        // (Failures while writing: faultFileSizeLimit.)
         QFile full(QStringLiteral("/dev/full"));
         RKErrorHistory history;
-        QTest::ignoreMessage(QtDebugMsg, "Fail to write Canonical XML.");
-        QVERIFY(!RKXMLBuilder::tryToSaveToTempFile(document, &full, &history));
+        QVERIFY(!RKXMLBuilder::tryToSaveToTempFile(sampleDocument(), &full, &history));
         QVERIFY(history.contains(RKErrorEvent::SavingFailed));
         const RKErrorEvent event = history.events().constLast();
-        QCOMPARE(event.type(), 4194304);
         QCOMPARE(event.text(), QStringLiteral("saving failed"));
         QCOMPARE(event.index(), -1);
-
-        // A small document stays in the buffer until the flush, which must be noticed as well.
-        RKErrorHistory small;
-        QFile fullAgain(QStringLiteral("/dev/full"));
-        QVERIFY(!RKXMLBuilder::tryToSaveToTempFile(sampleDocument(), &fullAgain, &small));
-        QVERIFY(small.contains(RKErrorEvent::SavingFailed));
     }
 
     void faultFileSizeLimit_data()
     {
+        // Where the disk fills up: within the first buffer, a later one, or near the end's flush.
         QTest::addColumn<int>("limit");
         QTest::newRow("4 KiB") << 4096;
         QTest::newRow("64 KiB") << 65536;
@@ -402,26 +359,22 @@ private Q_SLOTS:
                 RKXMLBuilder::buildDomElement(root, QStringLiteral("row"), QStringLiteral("n"), QStringLiteral("payload %1").arg(i));
         }
         const QString target = path(QStringLiteral("big.xml"));
-        writeFile(target, "<previous>ok</previous>");
-        writeFile(target + QStringLiteral("~"), "<backup/>");
-        const pid_t child = ::fork();
-        QVERIFY(child >= 0);
-        if (child == 0) {
+        writeTestFile(target, "<previous>ok</previous>");
+        writeTestFile(target + QStringLiteral("~"), "<backup/>");
+        // 0: refused as a failed save, 1: saved anyway, 2: refused for another reason.
+        const int outcome = exitCodeInChild([&] {
             ::signal(SIGXFSZ, SIG_IGN);
             const rlimit size = { rlim_t(limit), rlim_t(limit) };
             if (::setrlimit(RLIMIT_FSIZE, &size) != 0)
-                ::_exit(3);
+                return 3;
             RKErrorHistory history;
             if (RKXMLBuilder::saveUTF8(document, QFileInfo(target), &history))
-                ::_exit(1);
-            ::_exit(history.contains(RKErrorEvent::SavingFailed) ? 0 : 2);
-        }
-        int status = 0;
-        QCOMPARE(::waitpid(child, &status, 0), child);
-        QVERIFY(WIFEXITED(status));
-        QCOMPARE(WEXITSTATUS(status), 0);
-        QCOMPARE(readFile(target), QByteArray("<previous>ok</previous>"));
-        QCOMPARE(readFile(target + QStringLiteral("~")), QByteArray("<backup/>"));
+                return 1;
+            return history.contains(RKErrorEvent::SavingFailed) ? 0 : 2;
+        });
+        QCOMPARE(outcome, 0);
+        QCOMPARE(readTestFile(target), QByteArray("<previous>ok</previous>"));
+        QCOMPARE(readTestFile(target + QStringLiteral("~")), QByteArray("<backup/>"));
         QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
     }
 
@@ -429,12 +382,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("xml");
         QTest::addColumn<QString>("comment");
-        QTest::newRow("control character in text") << QStringLiteral("<r>a\x01" "after</r>") << QString();
         QTest::newRow("reference to U+0001") << QStringLiteral("<r>a&#1;after</r>") << QString();
         QTest::newRow("reference to U+FFFE") << QStringLiteral("<r t=\"&#xFFFE;\">after</r>") << QString();
         QTest::newRow("unpaired surrogate in attribute") << QStringLiteral("<r t=\"x&#xD800;y\">after</r>") << QString();
         QTest::newRow("NUL in comment") << QStringLiteral("<r/>") << QStringLiteral("a") + QChar(0) + QStringLiteral("b");
-        QTest::newRow("reference to U+FFFF") << QStringLiteral("<r>x&#xFFFF;after</r>") << QString();
     }
     void charactersXmlCannotHold()
     {
@@ -466,24 +417,22 @@ private Q_SLOTS:
     {
         QFETCH(QString, blocker);
         QFETCH(QString, target);
-        QVERIFY(QDir().mkpath(QFileInfo(path(blocker)).absolutePath()));
-        writeFile(path(blocker), "inside");
+        writeTestFile(path(blocker), "inside");
         RKErrorHistory history;
         QVERIFY(!RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(path(target)), &history));
         QVERIFY(history.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess));
-        QCOMPARE(readFile(path(blocker)), QByteArray("inside"));
+        QCOMPARE(readTestFile(path(blocker)), QByteArray("inside"));
         QVERIFY(!QFileInfo::exists(path(target) + QStringLiteral("~")));
         QVERIFY(leftoverTemporaries(myDir->path()).isEmpty());
         if (!QFileInfo(path(target)).isDir())
             return;
         // The step on its own: a temporary file cannot be renamed over a directory either.
+        writeTestFile(path(QStringLiteral("temp.xml")), "<a/>");
         QFile temporary(path(QStringLiteral("temp.xml")));
-        QVERIFY(temporary.open(QIODevice::WriteOnly) && temporary.write("<a/>") == 4);
-        temporary.close();
         RKErrorHistory stepHistory;
         QVERIFY(!RKXMLBuilder::tryToCopyTempFileToRealFile(QFileInfo(path(target)), &temporary, &stepHistory));
         QVERIFY(stepHistory.contains(RKErrorEvent::CouldNotOpenFileForReadWriteAccess));
-        QCOMPARE(readFile(path(blocker)), QByteArray("inside"));
+        QCOMPARE(readTestFile(path(blocker)), QByteArray("inside"));
     }
 };
 

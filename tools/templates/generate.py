@@ -89,11 +89,16 @@ class Svg:
     def rect(self, cls, x, y, w, h, extra=""):
         self.add('<rect class="%s" x="%s" y="%s" width="%s" height="%s"%s/>' % (cls, fmt(x), fmt(y), fmt(w), fmt(h), extra))
 
-    def text(self, cls, x, y, content, key=None):
+    def text(self, cls, x, y, content, key=None, fit=None):
         # Alignment comes with the class: a text-anchor attribute would make Qt ignore the class's font.
         attrs = ' class="%s" x="%s" y="%s"' % (cls, fmt(x), fmt(y))
         if key:
             attrs += ' vako:cal="%s"' % key
+        if fit:
+            # The compiler wraps and shrinks a text that does not fit: (block, width, top baseline, size).
+            block, width, top, size = fit
+            attrs += (' vako:fitblock="%s" vako:fitwidth="%s" vako:fittop="%s" vako:fitsize="%s" vako:fitfont="DejaVu Sans"'
+                      % (block, fmt(width), fmt(top), fmt(size)))
         self.add("<text%s>%s</text>" % (attrs, esc(content)))
 
     def image(self, key, x, y, w, h):
@@ -174,10 +179,12 @@ def wall_month():
         svg.rect("cell", cx, cy, cell_w, cell_h)
         svg.text("daynum", cx + 5, cy + 19, "28", "%s_day%s" % (prefix, cid))
         svg.image("%s_imageholiday%s" % (prefix, cid), cx + cell_w - 17, cy + 5, 12, 12)
-        # Holiday names: 4.2 pt fits 16.8 em in the cell, nine of ten shipped names (all German ones;
-        # "Международный женский день" is 16.8 em); the longer ones (up to 61 em) run into the next cell.
+        # Holiday names: 4.2 pt fits 16.8 em on a line, nine of ten shipped names (all German ones;
+        # "Международный женский день" is 16.8 em). The longer ones (up to 61 em) are wrapped by the
+        # compiler in the room between the day number and the cell's foot, and made smaller if need be.
         for i in range(2):
-            svg.text("holiday", cx + 2.5, cy + cell_h - 12 + i * 6.5, "", "%s_holiday%s%d" % (prefix, cid, i))
+            svg.text("holiday", cx + 2.5, cy + cell_h - 12 + i * 6.5, "", "%s_holiday%s%d" % (prefix, cid, i),
+                     ("%s_%s" % (prefix, cid), cell_w - 5, cy + 25, 4.2))
 
     block_grid(svg, "cm", m, grid_y, cell_w, cell_h, week_w,
                {"week": "weeknum", "week_dy": 17, "cell": cell})
@@ -233,9 +240,12 @@ def planner_month():
         svg.text("list_num", m + 26, y + row_h - 7, "28", "lcm_day2d%s" % slot)
         # Weekday: the longest name is 8.3 em bold; 9 pt gives 75 pt of the 80 pt column.
         svg.text("list_name", m + 32, y + row_h - 7, "Wednesday", "lcm_dayname%s" % slot)
-        # Two names of up to 28 em (7.5 pt) and 25 em; longer ones (three shipped names) run on.
-        svg.text("list_holiday", m + 118, y + row_h - 7, "", "lcm_holiday%s0" % slot)
-        svg.text("list_holiday", m + 330, y + row_h - 7, "", "lcm_holiday%s1" % slot)
+        # Two names of up to 28 em (7.5 pt) and 25 em; the compiler shrinks or wraps longer ones
+        # (three shipped names) within their column.
+        svg.text("list_holiday", m + 118, y + row_h - 7, "", "lcm_holiday%s0" % slot,
+                 ("lcm_%s0" % slot, 206, y + 9, 7.5))
+        svg.text("list_holiday", m + 330, y + row_h - 7, "", "lcm_holiday%s1" % slot,
+                 ("lcm_%s1" % slot, w - 2 * m - 330 - 20, y + 9, 7.5))
         svg.image("lcm_imageholiday%s" % slot, w - m - 16, y + (row_h - 12) / 2, 12, 12)
         svg.close()
     svg.add('<line class="list_rule" x1="%s" y1="%s" x2="%s" y2="%s"/>' % (fmt(m + 112), fmt(top), fmt(m + 112), fmt(top + 31 * row_h)))

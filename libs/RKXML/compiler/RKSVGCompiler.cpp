@@ -1,6 +1,9 @@
 #include "RKSVGCompiler.h"
 
+#include "private/RKSVGTextFitter.h"
+
 #include "RKCssSheetCache.h"
+#include "RKXMLBuilder.h"
 #include "RKXMLParser.h"
 
 #include <RKMath.h>
@@ -281,6 +284,7 @@ void RKSVGCompiler::update()
             applyInstructions();
         fixImageTags();
         removeEmptyElements();
+        RKSVGTextFitter::fit(myDocument);
     }
     if (toDo(ToDoInsertCss))
         addCss();
@@ -420,7 +424,7 @@ void RKSVGCompiler::insertCurrentCss()
     QDomElement style = myDocument.createElement(STR_STYLE);
     style.setAttribute(STR_TYPE, STR_TEXT_CSS);
     style.setAttribute(STR_TITLE, STR_CURRENT);
-    style.appendChild(myDocument.createCDATASection(text));
+    RKXMLBuilder::appendCData(style, text);
     root.insertBefore(style, root.firstChild());
 }
 

@@ -5,6 +5,8 @@
 #include "private/RKMoonPhaseFile.h"
 #include "private/RKVacationFileCache.h"
 
+#include "RKCalendarWordsRegistry.h"
+
 #include <RKXMLLoader.h>
 
 #include <QDebug>
@@ -17,33 +19,54 @@ RKCalendariumHolidayCalculator::RKCalendariumHolidayCalculator()
     , myVacations(new RKVacationFileCache)
     , myMoonPhases(new RKMoonPhaseFile)
 {
-    reloadData();
 }
 
 RKCalendariumHolidayCalculator::~RKCalendariumHolidayCalculator() = default;
 
-QSharedPointer<const RKHolidayTables> RKCalendariumHolidayCalculator::tables() const
+QSharedPointer<const RKHolidayTables> RKCalendariumHolidayCalculator::tables(const RKLocale& locale) const
 {
-    std::shared_lock<std::shared_mutex> lock(myTablesLock);
-    return myTables;
+    quint64 generation;
+    {
+        std::shared_lock<std::shared_mutex> lock(myTablesLock);
+        const auto found = myTables.constFind(locale);
+        if (found != myTables.constEnd())
+            return found.value();
+        generation = myGeneration;
+    }
+    // Read outside the lock: queries about other languages go on meanwhile. Two threads
+    // may read the same file at once; the first to finish is kept.
+    QSharedPointer<const RKHolidayTables> fresh;
+    if (RKSingleton<RKCalendarWordsRegistry>::instance().availalbleCalendarLanguages().contains(locale)) {
+        RKVacationFileCache* vacations = myVacations.get();
+        fresh.reset(new RKHolidayTables(RKHolidayTables::read(locale,
+            // The vacations of the file just parsed, so the first query need not parse it again.
+            [vacations](const RKLocale& read, const QFileInfo& info, const QDomElement& root) {
+                vacations->seed(read, RKFileStamp::of(info), root);
+            })));
+    } else {
+        fresh.reset(new RKHolidayTables);
+    }
+    std::unique_lock<std::shared_mutex> lock(myTablesLock);
+    if (generation != myGeneration)
+        return fresh; // read across a reload: good for this query, not kept
+    const auto found = myTables.constFind(locale);
+    if (found != myTables.constEnd())
+        return found.value();
+    myTables.insert(locale, fresh);
+    return fresh;
 }
 
 void RKCalendariumHolidayCalculator::reloadData()
 {
-    // Read outside the lock: queries go on with the old tables meanwhile.
     myVacations->clear();
     myMoonPhases->clear();
-    RKVacationFileCache* vacations = myVacations.get();
-    QSharedPointer<const RKHolidayTables> fresh(new RKHolidayTables(RKHolidayTables::read(
-        // The vacations of each file just parsed, so the first query need not parse it again.
-        [vacations](const RKLocale& locale, const QFileInfo& info, const QDomElement& root) {
-            vacations->seed(locale, RKFileStamp::of(info), root);
-        })));
+    QHash<RKLocale, QSharedPointer<const RKHolidayTables>> old;
     {
         std::unique_lock<std::shared_mutex> lock(myTablesLock);
-        myTables.swap(fresh);
+        myTables.swap(old);
+        ++myGeneration;
     }
-    // `fresh` holds the old tables now: freed here, or by the last query still using them.
+    // `old` is freed here, or each of its tables by the last query still using it.
 }
 
 QDomElement RKCalendariumHolidayCalculator::loadCalendarEntries(const RKLocale& locale) const
@@ -76,7 +99,7 @@ bool RKCalendariumHolidayCalculator::checkForHolidays(const RKCalendariumHoliday
 RKCalendariumHolidayDayPrototype RKCalendariumHolidayCalculator::prototype(
     RKCalendariumHolidayDayId id, const RKCalendariumHolidayConfig& config) const
 {
-    const QSharedPointer<const RKHolidayTables> snapshot = tables();
+    const QSharedPointer<const RKHolidayTables> snapshot = tables(config.language());
     return RKHolidayTables::prototypeIn(snapshot->regionsOf(config), id);
 }
 
@@ -102,7 +125,7 @@ RKCalendariumHolidayList RKCalendariumHolidayCalculator::christmassRelatedDays(c
     RKCalendariumHolidayList days;
     if (!checkForHolidays(key))
         return days;
-    const QSharedPointer<const RKHolidayTables> snapshot = tables();
+    const QSharedPointer<const RKHolidayTables> snapshot = tables(key.config().language());
     RKHolidayTables::appendRuleDays(
         snapshot->regionsOf(key.config()), key.year(), false, RKHolidayRuleDays::christmasRelated(), days);
     return days;
@@ -113,7 +136,7 @@ RKCalendariumHolidayList RKCalendariumHolidayCalculator::easternRelatedDays(cons
     RKCalendariumHolidayList days;
     if (!checkForHolidays(key))
         return days;
-    const QSharedPointer<const RKHolidayTables> snapshot = tables();
+    const QSharedPointer<const RKHolidayTables> snapshot = tables(key.config().language());
     RKHolidayTables::appendRuleDays(
         snapshot->regionsOf(key.config()), key.year(), false, RKHolidayRuleDays::easterRelated(), days);
     return days;
@@ -124,7 +147,7 @@ RKCalendariumHolidayList RKCalendariumHolidayCalculator::nationalRelatedDays(con
     RKCalendariumHolidayList days;
     if (!checkForHolidays(key))
         return days;
-    const QSharedPointer<const RKHolidayTables> snapshot = tables();
+    const QSharedPointer<const RKHolidayTables> snapshot = tables(key.config().language());
     const RKHolidayTables::Regions regions = snapshot->regionsOf(key.config());
     RKHolidayTables::appendDatedDays(regions.province, key.year(), days);
     RKHolidayTables::appendDatedDays(regions.nation, key.year(), days);
@@ -133,7 +156,7 @@ RKCalendariumHolidayList RKCalendariumHolidayCalculator::nationalRelatedDays(con
 
 QList<RKCalendariumHolidayDayPrototype> RKCalendariumHolidayCalculator::allNationalDays(const RKCalendariumHolidayConfig& config) const
 {
-    const QSharedPointer<const RKHolidayTables> snapshot = tables();
+    const QSharedPointer<const RKHolidayTables> snapshot = tables(config.language());
     const RKHolidayTables::Regions regions = snapshot->regionsOf(config);
     QList<RKCalendariumHolidayDayPrototype> all;
     if (regions.province)
@@ -149,7 +172,7 @@ RKCalendariumHolidayList RKCalendariumHolidayCalculator::holidaysOfYear(const RK
     // nationalRelatedDays with type 0 removed, built in one pass from one snapshot.
     RKCalendariumHolidayList days = schoolVacations(key);
     if (checkForHolidays(key)) {
-        const QSharedPointer<const RKHolidayTables> snapshot = tables();
+        const QSharedPointer<const RKHolidayTables> snapshot = tables(key.config().language());
         const RKHolidayTables::Regions regions = snapshot->regionsOf(key.config());
         const int year = key.year();
         RKHolidayTables::appendRuleDays(regions, year, true, RKHolidayRuleDays::christmasRelated(), days);
@@ -162,14 +185,14 @@ RKCalendariumHolidayList RKCalendariumHolidayCalculator::holidaysOfYear(const RK
 
 QList<RKLocale> RKCalendariumHolidayCalculator::availableLanguages() const
 {
-    QList<RKLocale> languages = tables()->locales();
+    QList<RKLocale> languages = RKSingleton<RKCalendarWordsRegistry>::instance().availalbleCalendarLanguages();
     std::sort(languages.begin(), languages.end());
     return languages;
 }
 
 QStringList RKCalendariumHolidayCalculator::availableProvinces(const RKLocale& locale) const
 {
-    QStringList provinces = tables()->provinces(locale);
+    QStringList provinces = tables(locale)->provinces();
     std::sort(provinces.begin(), provinces.end(),
         [](const QString& a, const QString& b) { return QString::localeAwareCompare(a, b) < 0; });
     return provinces;
@@ -224,6 +247,8 @@ RKCalendariumHolidayList RKCalendariumHolidayCalculator::vacationDays(const RKCa
     const RKCalendariumHolidayConfig config = key.config();
     if (!config.hasFeatures(RKCalendariumFeatures(RKCalendariumFeatureVacations)))
         return days;
+    // Reading the language's tables seeds the vacation cache, so the file is parsed once for both.
+    tables(config.language());
     const QSharedPointer<const RKVacationFileCache::File> file = myVacations->file(config.language());
     const QString province = config.province();
     const int year = key.year();

@@ -12,6 +12,7 @@
 
 #include <QDate>
 #include <QDomElement>
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QSharedPointer>
@@ -31,11 +32,13 @@ class RKVacationFileCache;
  * one per calendar language) and the moon phase file.
  *
  * Thread safety: every query may run on any thread, also while another thread
- * runs reloadData(). The holiday tables are one never-changed snapshot that a
- * query takes at its start and keeps to its end; reloadData() reads the files
- * into a new snapshot and swaps it in, so a query sees the old or the new data,
- * never a mixture or freed tables. The vacation and moon phase files are read
- * again when they change on disk; their parsed forms are kept under mutexes.
+ * runs reloadData(). A language's holiday file is read the first time a query
+ * names that language (so a process that asks about one language parses one
+ * file); its tables are a never-changed snapshot that a query takes at its start
+ * and keeps to its end. reloadData() drops every snapshot, so a query sees the
+ * old or the new data, never a mixture or freed tables. The vacation and moon
+ * phase files are read again when they change on disk; their parsed forms are
+ * kept under mutexes.
  *
  * Days computed by rule are named by RKCalendariumHolidayDayId:
  * 1 = 6 Jan, 2 = Easter-3, 3 = Easter-2, 4 = Easter, 5 = Easter+1, 6 = 1 May,
@@ -65,11 +68,11 @@ public:
     /// The moon's age in days (0..29) from a mean new-moon series; no file involved.
     int moonPhase(const QDate& date) const;
 
-    /// Locales that have a province table, sorted.
+    /// The calendar languages (each has a province table, empty without a holiday file), sorted.
     QList<RKLocale> availableLanguages() const;
     /// The locale's provinces sorted locale-aware; empty for an unknown locale.
     QStringList availableProvinces(const RKLocale& locale) const;
-    /// Empties the tables and reads every holiday file again.
+    /// Empties the tables; each language's holiday file is read again when next asked for.
     void reloadData();
 
     /// A vacation this many days long (end minus start) or longer is logged as " is N days long.";
@@ -106,14 +109,17 @@ public:
 private:
     RKCalendariumHolidayCalculator();
 
-    /// The current holiday tables; the caller's copy stays valid across a reload.
-    QSharedPointer<const RKHolidayTables> tables() const;
+    /// The holiday tables of `locale`, read on first use (empty for a locale that is not a
+    /// calendar language); the caller's copy stays valid across a reload.
+    QSharedPointer<const RKHolidayTables> tables(const RKLocale& locale) const;
     /// With `named` the days carry the vacation's name and nothing is logged.
     static void appendVacationDays(const RKVacationEntry& entry, int year, RKCalendariumHolidayList& out, bool named = false);
     RKCalendariumHolidayList vacationDays(const RKCalendariumHolidayCacheKey& key, bool named) const;
 
     mutable std::shared_mutex myTablesLock;
-    QSharedPointer<const RKHolidayTables> myTables;
+    mutable QHash<RKLocale, QSharedPointer<const RKHolidayTables>> myTables;
+    /// Counts reloads, so tables read before a reload are not kept after it.
+    mutable quint64 myGeneration = 0;
     std::unique_ptr<RKVacationFileCache> myVacations;
     std::unique_ptr<RKMoonPhaseFile> myMoonPhases;
 };

@@ -18,6 +18,10 @@ QString number6(double v)
     return QString::number(v, 'g', 6);
 }
 
+// Lightest weight saved as "bold" = "yes": anything above QFont::Medium (57), so that
+// DemiBold (63) and heavier count as bold and Normal (50) or Medium do not.
+constexpr int lightestBoldWeight = 58;
+
 }
 
 // ---------------------------------------------------------------- builders
@@ -65,8 +69,20 @@ QDomElement RKXMLBuilder::buildDomElement(QDomNode& parent, const QString& tagNa
 QDomElement RKXMLBuilder::buildDomElementCData(QDomNode& parent, const QString& tagName, const QString& text)
 {
     QDomElement element = buildDomElement(parent, tagName);
-    element.appendChild(ownerOf(parent).createCDATASection(text));
+    appendCData(element, text);
     return element;
+}
+
+void RKXMLBuilder::appendCData(QDomElement& element, const QString& text)
+{
+    static const QString END = QStringLiteral("]]>");
+    QDomDocument owner = element.ownerDocument();
+    int from = 0;
+    for (int at = text.indexOf(END); at >= 0; at = text.indexOf(END, at + 1)) {
+        element.appendChild(owner.createCDATASection(text.mid(from, at + 2 - from)));
+        from = at + 2;
+    }
+    element.appendChild(owner.createCDATASection(text.mid(from)));
 }
 
 QDomElement RKXMLBuilder::buildDomElement(QDomNode& parent, const QString& tagName, const QImage& image)
@@ -108,7 +124,7 @@ void RKXMLBuilder::addAttribute(QDomElement& element, const QString& name, bool 
 
 void RKXMLBuilder::addAttribute(QDomElement& element, const QFont& font)
 {
-    addAttribute(element, QStringLiteral("bold"), font.weight() >= 58);
+    addAttribute(element, QStringLiteral("bold"), font.weight() >= lightestBoldWeight);
     element.setAttribute(QStringLiteral("face"), font.family());
     addAttribute(element, QStringLiteral("italic"), font.style() != QFont::StyleNormal);
     addAttribute(element, QStringLiteral("size"), font.pointSize());

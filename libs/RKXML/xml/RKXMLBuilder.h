@@ -36,6 +36,12 @@ public:
     static QDomElement buildDomElement(QDomNode& parent, const QString& tagName, const QString& attrName, const QString& attrValue);
     static QDomElement buildDomElement(QDomNode& parent, const QString& tagName, const QString& attrName, bool value);
     static QDomElement buildDomElementCData(QDomNode& parent, const QString& tagName, const QString& text);
+    /**
+     * Appends `text` to `element` as CDATA. A CDATA section cannot hold "]]>", and QDom writes
+     * sections as they are, so the text is split there over several sections ("]]" ends one,
+     * ">" starts the next): the written document stays well-formed and reads back as `text`.
+     */
+    static void appendCData(QDomElement& element, const QString& text);
     /// Text: the image as Base64 PNG; attribute "format": its QImage::Format number. A null image gives an empty element.
     static QDomElement buildDomElement(QDomNode& parent, const QString& tagName, const QImage& image);
     /// Appends <?xml version="1.0" encoding="UTF-8"?> to the document.

@@ -595,7 +595,8 @@ RKDistance RKXMLParser::readDistance(const QDomNamedNodeMap& map, const QStringL
 QFont RKXMLParser::readFont(const QDomElement& element)
 {
     QFont font = RKSingleton<RKFontCreator>::instance().createDefaultFont();
-    font.setWeight(boolAttribute(element, QStringLiteral("bold"), false) ? 75 : 50);
+    // "bold" is a yes/no switch: QFont::Bold (75) or QFont::Normal (50), nothing in between.
+    font.setWeight(boolAttribute(element, QStringLiteral("bold"), false) ? QFont::Bold : QFont::Normal);
     font.setFamily(attribute(element, QStringLiteral("face"), RKFontCreator::defaultFontFamily(), true));
     font.setStyle(boolAttribute(element, QStringLiteral("italic"), false) ? QFont::StyleItalic : QFont::StyleNormal);
     int size = intAttribute(element, QStringLiteral("size"), 12);

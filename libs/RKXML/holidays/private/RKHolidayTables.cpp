@@ -1,6 +1,5 @@
 #include "private/RKHolidayTables.h"
 
-#include "RKCalendarWordsRegistry.h"
 #include "RKXMLParser.h"
 
 #include <RKResourceFile.h>
@@ -22,26 +21,21 @@ QFileInfo RKHolidayTables::holidayFile(const RKLocale& locale)
     return RKResourceFile(RKResourceHolidays, locale.name()).fileInfo(false, QString());
 }
 
-RKHolidayTables RKHolidayTables::read(const FileVisitor& visit)
+RKHolidayTables RKHolidayTables::read(const RKLocale& locale, const FileVisitor& visit)
 {
     RKHolidayTables tables;
-    const QList<RKLocale> languages = RKSingleton<RKCalendarWordsRegistry>::instance().availalbleCalendarLanguages();
-    for (const RKLocale& locale : languages) {
-        const QFileInfo info = holidayFile(locale);
-        // A missing file is normal (a language without holidays): no loader warning for it.
-        const QDomElement root = info.exists() ? RKXMLLoader::loadDocumentElement(info) : QDomElement();
-        QStringList provinces;
-        for (QDomElement country = root.firstChildElement(STR_COUNTRY); !country.isNull();
-             country = country.nextSiblingElement(STR_COUNTRY))
-            tables.readCountry(country, locale, provinces);
-        tables.myProvinces.insert(locale, provinces);
-        if (visit && !root.isNull())
-            visit(locale, info, root);
-    }
+    const QFileInfo info = holidayFile(locale);
+    // A missing file is normal (a language without holidays): no loader warning for it.
+    const QDomElement root = info.exists() ? RKXMLLoader::loadDocumentElement(info) : QDomElement();
+    for (QDomElement country = root.firstChildElement(STR_COUNTRY); !country.isNull();
+         country = country.nextSiblingElement(STR_COUNTRY))
+        tables.readCountry(country, locale);
+    if (visit && !root.isNull())
+        visit(locale, info, root);
     return tables;
 }
 
-void RKHolidayTables::readCountry(const QDomElement& country, const RKLocale& locale, QStringList& provinces)
+void RKHolidayTables::readCountry(const QDomElement& country, const RKLocale& locale)
 {
     readHonorings(country.firstChildElement(STR_NATIONWIDE), RKProvinceSpecification(locale, QString()));
     for (QDomElement province = country.firstChildElement(STR_PROVINCE); !province.isNull();
@@ -50,8 +44,8 @@ void RKHolidayTables::readCountry(const QDomElement& country, const RKLocale& lo
         // Without a name the element would stand for the whole country and replace its days.
         if (name.isEmpty())
             continue;
-        if (!provinces.contains(name))
-            provinces.append(name);
+        if (!myProvinces.contains(name))
+            myProvinces.append(name);
         readHonorings(province, RKProvinceSpecification(locale, name));
     }
 }

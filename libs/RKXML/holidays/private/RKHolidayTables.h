@@ -19,14 +19,15 @@
 #include <functional>
 
 /**
- * The holiday tables of every calendar language, as read from the holiday data
- * files: per region (a locale with a province, or with none for the whole country)
- * the days computed by rule by id and the days on written dates in file order; per
- * locale the province names in file order.
+ * The holiday tables of one calendar language, as read from its holiday data file:
+ * per region (the locale with a province, or with none for the whole country) the
+ * days computed by rule by id and the days on written dates in file order, and the
+ * province names in file order.
  *
  * Never changed once read, so one instance may be read from any number of threads.
- * The calculator replaces the whole instance when it reloads; readers keep the
- * instance they started with.
+ * The calculator reads a language's tables the first time it is asked about that
+ * language and drops them all when it reloads; readers keep the instance they
+ * started with.
  */
 class RKHolidayTables
 {
@@ -46,8 +47,8 @@ public:
 
     /// The holiday file of the locale ("holidays/<locale name>.xml" among the resources).
     static QFileInfo holidayFile(const RKLocale& locale);
-    /// Reads the file of every calendar language; a missing file contributes an empty province list.
-    static RKHolidayTables read(const FileVisitor& visit);
+    /// Reads the file of `locale`; a missing file gives empty tables. Costs one parse of the file.
+    static RKHolidayTables read(const RKLocale& locale, const FileVisitor& visit);
 
     Regions regionsOf(const RKCalendariumHolidayConfig& config) const;
     /// The province's prototype of `id`, else the country's, else a default prototype.
@@ -58,15 +59,14 @@ public:
     /// Appends the region's dated days that fall in `year` (all when the pattern names no year).
     static void appendDatedDays(const Region* region, int year, RKCalendariumHolidayList& out);
 
-    QList<RKLocale> locales() const { return myProvinces.keys(); }
-    /// In file order; empty for an unknown locale.
-    QStringList provinces(const RKLocale& locale) const { return myProvinces.value(locale); }
+    /// In file order.
+    QStringList provinces() const { return myProvinces; }
 
 private:
-    void readCountry(const QDomElement& country, const RKLocale& locale, QStringList& provinces);
+    void readCountry(const QDomElement& country, const RKLocale& locale);
     void readHonorings(const QDomElement& parent, const RKProvinceSpecification& region);
     static QString regionKey(const RKProvinceSpecification& region);
 
     QHash<QString, Region> myRegions;
-    QHash<RKLocale, QStringList> myProvinces;
+    QStringList myProvinces;
 };
