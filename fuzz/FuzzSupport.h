@@ -8,7 +8,13 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QTemporaryDir>
+#include <QTransform>
 
+#include <RKSVGTransformReader.h>
+#include <RKXMLBuilder.h>
+
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 
@@ -58,6 +64,75 @@ inline void require(bool condition)
 {
     if (!condition)
         abort();
+}
+
+// The canonical text of a document (attribute order fixed, prolog left out).
+inline QString canonical(const QDomDocument& document)
+{
+    return RKXMLBuilder::toString(document, 1);
+}
+
+// The canonical text of an element and its subtree.
+inline QString canonical(const QDomElement& element)
+{
+    QDomDocument document;
+    document.appendChild(document.importNode(element, true));
+    return canonical(document);
+}
+
+// Copies a file of the shipped data into the work directory under the same relative path.
+inline void copyShipped(const QString& relative)
+{
+    QFile file(QStringLiteral(RKXML_SHIPPED_DATA_DIR "/") + relative);
+    if (!file.open(QIODevice::ReadOnly))
+        abort();
+    writeFile(relative, file.readAll());
+}
+
+inline bool isFinite(const QTransform& t)
+{
+    const double values[] = { t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33() };
+    for (double v : values) {
+        if (!std::isfinite(v))
+            return false;
+    }
+    return true;
+}
+
+// Whether the transform reader accepts `list`: a list in error reads as the identity, and so
+// does a list that means it; a transform appended after it shows which (wrong only for a list
+// that is exactly that transform's inverse).
+inline bool acceptedTransform(const QString& list)
+{
+    const QString trimmed = list.trimmed();
+    if (trimmed.isEmpty())
+        return true;
+    if (trimmed.endsWith(QLatin1Char(',')))
+        return false;
+    return !RKSVGTransformReader::parseTransformationMatrix(list + QStringLiteral(" matrix(1.7 0.3 -0.2 0.9 3.3 -4.1)")).isIdentity();
+}
+
+// The largest magnitude among the entries, at least 1.
+inline double magnitude(const QTransform& t)
+{
+    const double values[] = { t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33() };
+    double result = 1.0;
+    for (double v : values)
+        result = std::max(result, std::fabs(v));
+    return result;
+}
+
+// Equal up to rounding: each entry within `tolerance` times `scale`, the size of the
+// largest intermediate value a computation of the two may have gone through.
+inline bool nearlyEqual(const QTransform& a, const QTransform& b, double scale, double tolerance = 1e-9)
+{
+    const double x[] = { a.m11(), a.m12(), a.m13(), a.m21(), a.m22(), a.m23(), a.m31(), a.m32(), a.m33() };
+    const double y[] = { b.m11(), b.m12(), b.m13(), b.m21(), b.m22(), b.m23(), b.m31(), b.m32(), b.m33() };
+    for (int i = 0; i < 9; ++i) {
+        if (!(std::fabs(x[i] - y[i]) <= tolerance * scale))
+            return false;
+    }
+    return true;
 }
 
 }

@@ -157,6 +157,9 @@ private slots:
         QTest::newRow("tall picture, offset frame") << "<image vako:imagewidth=\"1\" vako:imageheight=\"2\" x=\"10\" y=\"20\" width=\"40\" height=\"20\"/>" << QStringList{"25", "20", "10", "20"};
         QTest::newRow("no natural size: frame kept") << "<image x=\"1.5\" y=\"2\" width=\"3\" height=\"4\"/>" << QStringList{"1.5", "2", "3", "4"};
         QTest::newRow("zero width: frame kept") << "<image vako:imagewidth=\"0\" vako:imageheight=\"5\" x=\"1\" y=\"2\" width=\"3\" height=\"4\"/>" << QStringList{"1", "2", "3", "4"};
+        QTest::newRow("centre beyond the number range: frame kept")
+            << "<image vako:imagewidth=\"1e-300\" vako:imageheight=\"1\" x=\"1.7e308\" y=\"0\" width=\"1.7e308\" height=\"10\"/>"
+            << QStringList{"1.7e308", "0", "1.7e308", "10"};
         QTest::newRow("nested, missing frame") << "<g><image vako:imagewidth=\"3\" vako:imageheight=\"2\"/></g>" << QStringList{"0", "0", "0", "0"};
     }
     void fitImages()
@@ -282,6 +285,8 @@ private slots:
         QTest::newRow("unused holiday slots do not") << "<rect x=\"0\" y=\"0\" width=\"10\" height=\"10\"/><rect vako:cal=\"cm_holiday001_style\" class=\"no_event\" x=\"90\" y=\"0\" width=\"5\" height=\"5\"/><text vako:cal=\"cm_holiday001\" x=\"90\" y=\"90\"></text>" << QStringList{"0", "0", "10", "10"};
         QTest::newRow("stroked line counts") << "<rect x=\"0\" y=\"0\" width=\"10\" height=\"10\"/><line x1=\"30\" y1=\"5\" x2=\"0\" y2=\"5\" stroke=\"black\"/>" << QStringList{"0", "0", "30", "10"};
         QTest::newRow("line without stroke does not") << "<rect x=\"0\" y=\"0\" width=\"10\" height=\"10\"/><line x1=\"0\" y1=\"0\" x2=\"90\" y2=\"90\" style=\"stroke: none\"/>" << QStringList{"0", "0", "10", "10"};
+        QTest::newRow("parts at both ends of the number range") << "<rect x=\"-1.7e308\" y=\"0\" width=\"10\" height=\"10\"/><rect x=\"1.7e308\" y=\"0\" width=\"1.7e308\" height=\"10\"/>" << QStringList{"-1.7e+308", "0", "1.79769e+308", "10"};
+        QTest::newRow("parts not finite do not count") << "<rect x=\"0\" y=\"0\" width=\"10\" height=\"10\"/><text x=\"nan\" y=\"5\">1</text><line x1=\"0\" y1=\"0\" x2=\"inf\" y2=\"5\" stroke=\"red\"/>" << QStringList{"0", "0", "10", "10"};
         QTest::newRow("nothing to bound: no marker") << "<circle r=\"5\"/>" << QStringList();
     }
     void dayMarker()

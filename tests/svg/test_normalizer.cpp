@@ -108,6 +108,9 @@ private slots:
             << "<svg><g id=\"L\" vako:layertype=\"render\"><g id=\"P\"><rect id=\"a\"/></g></g>"
                "<g id=\"L\" vako:layertype=\"render\" vako:mark_cal_embed=\"true\"><g id=\"P\"><text id=\"c\" vako:cal_embed=\"yes\">1</text></g></g>"
                "<g id=\"L\" vako:layertype=\"render\"><g id=\"P\"><rect id=\"b\"/></g></g><rect id=\"after\"/><text vako:cal_embed=\"0\"/></svg>";
+        QTest::newRow("instruction named svg before the root") << "normalize"
+            << "<?svg x?><svg><g><rect/></g></svg>"
+            << "<svg><g><rect/></g></svg>";
         QTest::newRow("calendar-embedded at the top") << "normalize"
             << "<svg><rect vako:cal_embed=\"true\"/><g><rect/></g></svg>"
             << "<svg><rect vako:cal_embed=\"true\"/><g><rect/></g></svg>";
@@ -217,6 +220,26 @@ private slots:
         QCOMPARE(placed.map(logoBottomRight), placedBottomRight);
 
         QCOMPARE(RKSVGNormalizer::replaceLogo(parse("<svg/>"), QDomDocument()).toString(), parse("<svg/>").toString());
+    }
+
+    // The logo's transform stays a list of finite numbers that the transform reader accepts.
+    void logoAtTheEndsOfTheNumberRange_data()
+    {
+        QTest::addColumn<QString>("place");
+        QTest::addColumn<QString>("logoRoot");
+        QTest::newRow("place beyond half the range")
+            << "x=\"1.7e308\" y=\"-1.7e308\" width=\"1.7e308\" height=\"1.7e308\"" << "<svg width=\"10\" height=\"20\">";
+        QTest::newRow("logo too small to measure")
+            << "x=\"0\" y=\"0\" width=\"1e300\" height=\"1e300\"" << "<svg viewBox=\"0 0 1e-320 1e-320\">";
+    }
+    void logoAtTheEndsOfTheNumberRange()
+    {
+        QFETCH(QString, place);
+        QFETCH(QString, logoRoot);
+        const QDomDocument result = RKSVGNormalizer::replaceLogo(
+            parse(QStringLiteral("<svg><vako:logo %1/></svg>").arg(place)), parse(logoRoot + QStringLiteral("<rect/></svg>")));
+        const QString transform = result.documentElement().lastChildElement().firstChildElement("g").attribute("transform");
+        QVERIFY2(!RKSVGTransformReader::parseTransformationMatrix(transform + " translate(1)").isIdentity(), qPrintable(transform));
     }
 
     void fillHelpers_data()

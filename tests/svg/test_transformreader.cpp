@@ -69,7 +69,7 @@ private slots:
         QTest::addColumn<QString>("list");
         const char* const lists[] = {
             "translate(1,)", "translate(,1)", "translate(1 2 3)", "rotate(1 2)", "scale()", "foo(1)", "Translate(1)",
-            "translate(1) garbage", "translate(1),", ",translate(1)", "translate(1 ,, 2)", "translate(1e999)",
+            "translate(1) garbage", "translate(1),", ",translate(1)", "translate(1 ,, 2)", "translate(1e999)", "scale(1e200) scale(1e200)",
             "translate 1", "translate(1e)", "skewX(+)",
         };
         for (const char* list : lists)
@@ -136,6 +136,9 @@ private slots:
         const QDomElement rect = document.documentElement().firstChildElement().firstChildElement();
         QCOMPARE(RKSVGTransformReader::transformMatrix(rect).map(QPointF(0, 0)), QPointF(20, 5));
         QVERIFY(RKSVGTransformReader::transformMatrix(QDomElement()).isIdentity());
+        // Each list is finite; their product is not.
+        document.setContent(QStringLiteral("<g transform=\"scale(1e200)\"><rect transform=\"scale(1e200)\"/></g>"));
+        QVERIFY(RKSVGTransformReader::transformMatrix(document.documentElement().firstChildElement()).isIdentity());
     }
 };
 

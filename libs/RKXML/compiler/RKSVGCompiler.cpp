@@ -15,6 +15,9 @@
 #include <QRegularExpression>
 #include <QVector>
 
+#include <cmath>
+#include <limits>
+
 namespace {
 const QString STR_CLASS = QStringLiteral("class");
 const QString STR_EMPTY_SUFFIX = QStringLiteral("_empty");
@@ -145,6 +148,11 @@ QDomElement nextInside(const QDomElement& current, const QDomElement& root, bool
     return QDomElement();
 }
 
+bool isFinite(const QRectF& rect)
+{
+    return std::isfinite(rect.x()) && std::isfinite(rect.y()) && std::isfinite(rect.width()) && std::isfinite(rect.height());
+}
+
 QRectF atLeastOne(QRectF rect)
 {
     if (rect.width() < 1)
@@ -174,10 +182,13 @@ QRectF markerArea(const QDomElement& element)
             return QRectF();
         const QPointF from(RKXMLParser::doubleAttribute(element, STR_X1), RKXMLParser::doubleAttribute(element, STR_Y1));
         const QPointF to(RKXMLParser::doubleAttribute(element, STR_X2), RKXMLParser::doubleAttribute(element, STR_Y2));
-        return atLeastOne(QRectF(from, to).normalized());
+        const bool finite = std::isfinite(from.x()) && std::isfinite(from.y()) && std::isfinite(to.x()) && std::isfinite(to.y());
+        return finite ? atLeastOne(QRectF(from, to).normalized()) : QRectF();
     }
-    return atLeastOne(QRectF(RKXMLParser::doubleAttribute(element, STR_X), RKXMLParser::doubleAttribute(element, STR_Y),
-        RKXMLParser::doubleAttribute(element, STR_WIDTH), RKXMLParser::doubleAttribute(element, STR_HEIGHT)));
+    // "inf" and "nan" are numbers to the reader; such a part does not count.
+    const QRectF area(RKXMLParser::doubleAttribute(element, STR_X), RKXMLParser::doubleAttribute(element, STR_Y),
+        RKXMLParser::doubleAttribute(element, STR_WIDTH), RKXMLParser::doubleAttribute(element, STR_HEIGHT));
+    return isFinite(area) ? atLeastOne(area) : QRectF();
 }
 
 QString number(double value)
@@ -331,6 +342,9 @@ void RKSVGCompiler::fixThisImage(QDomElement* element)
     const QRectF frame(RKXMLParser::doubleAttribute(*element, STR_X), RKXMLParser::doubleAttribute(*element, STR_Y),
         RKXMLParser::doubleAttribute(*element, STR_WIDTH), RKXMLParser::doubleAttribute(*element, STR_HEIGHT));
     const QRectF fitted = RKMath::shrinkRectToFit(frame, natural);
+    // A frame whose numbers are not finite, or whose centre lies beyond the number range, stays.
+    if (!isFinite(fitted))
+        return;
     element->setAttribute(STR_X, number(fitted.x()));
     element->setAttribute(STR_Y, number(fitted.y()));
     element->setAttribute(STR_WIDTH, number(fitted.width()));
@@ -571,6 +585,9 @@ void RKSVGCompiler::appendChildMarker()
         }
         if (bounds.isNull())
             continue;
+        // Parts at both ends of the number range: the widest marker there is.
+        bounds.setWidth(std::min(bounds.width(), std::numeric_limits<double>::max()));
+        bounds.setHeight(std::min(bounds.height(), std::numeric_limits<double>::max()));
         QDomElement marker = myDocument.createElement(STR_RECT);
         marker.setAttribute(STR_ID, markerId);
         marker.setAttribute(STR_X, number(bounds.x()));

@@ -30,8 +30,10 @@
  * - a holiday-name slot (its "vako:cal" key holds "_holiday") counts only
  *   while it shows a holiday: it holds text, or its class is "other_event".
  *   Empty slots are often parked outside the cell and must not widen it.
+ * - a part whose numbers are not finite ("inf", "nan") does not count.
  * A marker from an earlier update is replaced, not doubled; a cell without
- * any such geometry gets no marker.
+ * any such geometry gets no marker. A marker wider or higher than the number
+ * range gets the largest finite side.
  *
  * Spot-colour mask (extractSpotColorMask, to-do 3): the page becomes the mask
  * a print shop needs for a refinement (foil, varnish): black where the spot
@@ -101,7 +103,8 @@ public:
     // The passes, callable one by one. A compiler without a document does nothing.
     /// Applies the instructions to every element whose key attribute holds a key.
     void applyInstructions();
-    /// Fits every "image" into its frame by its "vako:imagewidth"/"vako:imageheight".
+    /// Fits every "image" into its frame by its "vako:imagewidth"/"vako:imageheight"; a frame
+    /// that has no finite fitted form (numbers "inf"/"nan", a centre beyond the range) stays.
     void fixImageTags();
     /// Removes elements whose class ends in "_empty" unless "vako:force_keep" is true.
     void removeEmptyElements();

@@ -11,6 +11,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <cmath>
 
 const QString RKSVGNormalizer::STR_XLINK_HREF = QStringLiteral("xlink:href");
 const QString RKSVGNormalizer::STR_CLASS = QStringLiteral("class");
@@ -299,7 +300,8 @@ QDomDocument RKSVGNormalizer::normalize(const QDomDocument& document)
     for (QDomNode node = document.firstChild(); !node.isNull(); node = node.nextSibling()) {
         if (node.isDocumentType())
             continue;
-        if (node.nodeName().compare(STR_SVG, Qt::CaseInsensitive) == 0) {
+        // A processing instruction named "svg" is prolog like any other.
+        if (node.isElement() && node.nodeName().compare(STR_SVG, Qt::CaseInsensitive) == 0) {
             QDomNode svg = target.appendChild(target.importNode(node, false));
             descendRecursive(document, target, node, svg);
             break;
@@ -419,7 +421,12 @@ QDomDocument RKSVGNormalizer::replaceLogo(QDomDocument document, const QDomDocum
         double scale = 1.0;
         if (frame.width() > 0 && frame.height() > 0 && box.width() > 0 && box.height() > 0)
             scale = std::min(box.width() / frame.width(), box.height() / frame.height());
-        const QPointF offset = box.center() - QPointF(frame.width(), frame.height()) * scale / 2.0;
+        if (!std::isfinite(scale))
+            scale = 1.0; // a logo too small to measure
+        QPointF offset = box.center() - QPointF(frame.width(), frame.height()) * scale / 2.0;
+        // A place at the end of the number range leaves no room to centre: its corner then.
+        if (!std::isfinite(offset.x()) || !std::isfinite(offset.y()))
+            offset = box.topLeft();
         QDomElement foreground = document.createElement(STR_G);
         foreground.setAttribute(STR_CLASS, STR_LOGO_FOREGROUND);
         QString transform = QStringLiteral("translate(%1 %2) scale(%3)").arg(number(offset.x()), number(offset.y()), number(scale));

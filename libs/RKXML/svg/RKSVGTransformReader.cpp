@@ -111,6 +111,13 @@ const FunctionName* readFunctionName(const QChar*& position, const QChar* end)
     return nullptr;
 }
 
+bool isFinite(const QTransform& t)
+{
+    return std::isfinite(t.m11()) && std::isfinite(t.m12()) && std::isfinite(t.m13()) && std::isfinite(t.m21())
+        && std::isfinite(t.m22()) && std::isfinite(t.m23()) && std::isfinite(t.m31()) && std::isfinite(t.m32())
+        && std::isfinite(t.m33());
+}
+
 void apply(QTransform& transform, Function function, const RKSVGTransformReader::Numbers& n)
 {
     switch (function) {
@@ -148,6 +155,8 @@ QTransform RKSVGTransformReader::transformMatrix(const QDomElement& element)
     for (QDomElement node = element; !node.isNull(); node = node.parentNode().toElement()) {
         if (node.hasAttribute(STR_TRANSFORM))
             result = result * parseTransformationMatrix(node.attribute(STR_TRANSFORM));
+        if (!isFinite(result))
+            return QTransform();
     }
     return result;
 }
@@ -201,6 +210,9 @@ QTransform RKSVGTransformReader::parseTransformationMatrix(const QString& text)
         if (count < function->minimum || count > function->maximum || (function->function == Function::Rotate && count == 2))
             return QTransform();
         apply(transform, function->function, numbers);
+        // Finite numbers can still multiply beyond the range of a double.
+        if (!isFinite(transform))
+            return QTransform();
         // Between functions any run of commas and white space (also none); after the last only white space.
         bool comma = false;
         while (position < end && (isWhiteSpace(*position) || *position == QLatin1Char(','))) {

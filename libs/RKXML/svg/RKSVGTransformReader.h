@@ -16,8 +16,9 @@
  * by commas and white space (blank, tab, line feed, carriage return and the
  * codes 133 and 160). A missing second number of translate is 0, of scale the
  * first. A list in error (an unknown function, a wrong count of numbers, a
- * missing parenthesis, a number that is not finite, trailing garbage) is
- * ignored as a whole: the result is the identity.
+ * missing parenthesis, a number that is not finite, trailing garbage, or
+ * finite numbers whose product is not) is ignored as a whole: the result is
+ * the identity.
  */
 class RKXML_EXPORT RKSVGTransformReader
 {
@@ -26,7 +27,8 @@ public:
 
     /**
      * The accumulated transform of `element`: its own "transform" first, then
-     * each ancestor's out to the document element. A null element gives the identity.
+     * each ancestor's out to the document element. A null element gives the identity,
+     * and so does a chain whose product overflows.
      */
     static QTransform transformMatrix(const QDomElement& element);
 
