@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 
 namespace fuzz {
@@ -59,11 +60,14 @@ inline bool parse(const QByteArray& data, QDomDocument* document)
     return document->setContent(data, false);
 }
 
-// Stops the run with a finding: libFuzzer reports the input.
-inline void require(bool condition)
+// Stops the run with a finding: libFuzzer reports the input; the line of the broken
+// property goes to stderr first (messages are silenced, so plain stdio).
+inline void require(bool condition, const char* file = __builtin_FILE(), int line = __builtin_LINE())
 {
-    if (!condition)
-        abort();
+    if (condition)
+        return;
+    std::fprintf(stderr, "property failed: %s:%d\n", file, line);
+    abort();
 }
 
 // The canonical text of a document (attribute order fixed, prolog left out).
