@@ -27,8 +27,13 @@ RKSVGImageRendererCache::~RKSVGImageRendererCache() = default;
 void RKSVGImageRendererCache::render(const RKSVGComposition& composition, QPainter* painter, const QRectF& target,
     const RKBackgroundJobPriority& priority, const RKCachingOption& caching, const RKSVGCompositionOptions& options)
 {
-    if (QSvgRenderer* renderer = retrieveRenderer(composition, caching, priority))
-        doRendering(renderer, painter, target, options);
+    QSvgRenderer* renderer = retrieveRenderer(composition, caching, priority);
+    if (!renderer)
+        return;
+    doRendering(renderer, painter, target, options);
+    // An uncached renderer made at once belongs to the caller, which here is this function.
+    if (!caching.useCache() && priority.value() == RKBackgroundJobPriority::Immediately)
+        delete renderer;
 }
 
 QSvgRenderer* RKSVGImageRendererCache::retrieveRenderer(const RKSVGComposition& composition,

@@ -42,7 +42,8 @@ class RKXML_EXPORT RKSVGImageRendererCache : public QObject,
 public:
     ~RKSVGImageRendererCache() override;
 
-    /// retrieveRenderer(), then doRendering() with whatever it gave; nothing when null.
+    /// retrieveRenderer(), then doRendering() with whatever it gave; nothing when null. An uncached
+    /// renderer made at once (priority Immediately) is deleted after drawing.
     void render(const RKSVGComposition& composition, QPainter* painter, const QRectF& target,
         const RKBackgroundJobPriority& priority, const RKCachingOption& caching, const RKSVGCompositionOptions& options);
     /**
