@@ -49,6 +49,8 @@ bool plainAncestry(const QDomElement& mark)
             return false;
         if (e.hasAttribute(QStringLiteral("style")) || e.hasAttribute(QStringLiteral("class")) || !fuzz::acceptedTransform(e.attribute(STR_TRANSFORM)))
             return false;
+        if (!fuzz::qtReadsAlike(e.attribute(STR_TRANSFORM)))
+            return false;
     }
     return true;
 }

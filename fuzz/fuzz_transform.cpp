@@ -27,34 +27,6 @@ QString written(const QTransform& t)
     return QStringLiteral("matrix(%1)").arg(numbers.join(QLatin1Char(' ')));
 }
 
-// Qt's reader cuts numbers at 255 characters, reads numbers a float cannot hold normally
-// as 0, and does not take the codes 133 and 160 for white space as ours does; such lists
-// are left out of the comparison.
-bool qtReadsAlike(const QString& text)
-{
-    if (text.contains(QChar(133)) || text.contains(QChar(160)))
-        return false;
-    int run = 0;
-    for (QChar c : text) {
-        const bool part = (c >= QLatin1Char('0') && c <= QLatin1Char('9')) || c == QLatin1Char('.')
-            || c == QLatin1Char('e') || c == QLatin1Char('E') || c == QLatin1Char('+') || c == QLatin1Char('-');
-        run = part ? run + 1 : 0;
-        if (run > 200)
-            return false;
-    }
-    const QChar* const end = text.constData() + text.size();
-    for (int open = text.indexOf(QLatin1Char('(')); open >= 0; open = text.indexOf(QLatin1Char('('), open + 1)) {
-        const QChar* position = text.constData() + open + 1;
-        RKSVGTransformReader::Numbers numbers;
-        RKSVGTransformReader::parseNumbersArray(position, end, numbers);
-        for (double v : numbers) {
-            if (v != 0.0 && !(std::fabs(v) >= 1.17549435e-38 && std::fabs(v) <= 3.40282347e38))
-                return false;
-        }
-    }
-    return true;
-}
-
 void checkNumbersArray(const QString& text)
 {
     const QChar* const begin = text.constData();
@@ -172,7 +144,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (fuzz::isFinite(cube))
         fuzz::require(fuzz::nearlyEqual(nested, cube, 1.0 + 16.0 * m * m * m));
 
-    if (qtReadsAlike(text))
+    if (fuzz::qtReadsAlike(text))
         compareWithRenderer(text, matrix);
     return 0;
 }
