@@ -168,3 +168,11 @@ inline bool qtReadsAlike(const QString& text)
 }
 
 }
+
+// The libFuzzer start-up hook of a target that needs nothing but the shared set-up.
+#define FUZZ_PLAIN_INITIALIZE                                                                      \
+    extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)                                   \
+    {                                                                                              \
+        fuzz::initialize(argc, argv);                                                              \
+        return 0;                                                                                  \
+    }

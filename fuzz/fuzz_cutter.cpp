@@ -96,11 +96,7 @@ void check(const QDomDocument& document, const QVector<QDomElement>& all, const 
 
 }
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
-{
-    fuzz::initialize(argc, argv);
-    return 0;
-}
+FUZZ_PLAIN_INITIALIZE
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

@@ -8,11 +8,7 @@
 
 #include <QDomNamedNodeMap>
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
-{
-    fuzz::initialize(argc, argv);
-    return 0;
-}
+FUZZ_PLAIN_INITIALIZE
 
 static void readEverything(const QDomElement& element)
 {

@@ -47,11 +47,7 @@ void draw(QSvgRenderer* renderer, const RKSVGCompositionOptions& options)
 
 }
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
-{
-    fuzz::initialize(argc, argv);
-    return 0;
-}
+FUZZ_PLAIN_INITIALIZE
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
