@@ -285,8 +285,8 @@ private slots:
         QTest::newRow("unused holiday slots do not") << "<rect x=\"0\" y=\"0\" width=\"10\" height=\"10\"/><rect vako:cal=\"cm_holiday001_style\" class=\"no_event\" x=\"90\" y=\"0\" width=\"5\" height=\"5\"/><text vako:cal=\"cm_holiday001\" x=\"90\" y=\"90\"></text>" << QStringList{"0", "0", "10", "10"};
         QTest::newRow("stroked line counts") << "<rect x=\"0\" y=\"0\" width=\"10\" height=\"10\"/><line x1=\"30\" y1=\"5\" x2=\"0\" y2=\"5\" stroke=\"black\"/>" << QStringList{"0", "0", "30", "10"};
         QTest::newRow("line without stroke does not") << "<rect x=\"0\" y=\"0\" width=\"10\" height=\"10\"/><line x1=\"0\" y1=\"0\" x2=\"90\" y2=\"90\" style=\"stroke: none\"/>" << QStringList{"0", "0", "10", "10"};
-        QTest::newRow("parts at both ends of the number range") << "<rect x=\"-1.7e308\" y=\"0\" width=\"10\" height=\"10\"/><rect x=\"1.7e308\" y=\"0\" width=\"1.7e308\" height=\"10\"/>" << QStringList{"-1.7e+308", "0", "1.79769e+308", "10"};
-        QTest::newRow("parts not finite do not count") << "<rect x=\"0\" y=\"0\" width=\"10\" height=\"10\"/><text x=\"nan\" y=\"5\">1</text><line x1=\"0\" y1=\"0\" x2=\"inf\" y2=\"5\" stroke=\"red\"/>" << QStringList{"0", "0", "10", "10"};
+        QTest::newRow("pieces at both ends of the number range") << "<rect x=\"-1.7e308\" y=\"0\" width=\"10\" height=\"10\"/><rect x=\"1.7e308\" y=\"0\" width=\"1.7e308\" height=\"10\"/>" << QStringList{"-1.7e+308", "0", "1.79769e+308", "10"};
+        QTest::newRow("pieces not finite do not count") << "<rect x=\"0\" y=\"0\" width=\"10\" height=\"10\"/><text x=\"nan\" y=\"5\">1</text><line x1=\"0\" y1=\"0\" x2=\"inf\" y2=\"5\" stroke=\"red\"/>" << QStringList{"0", "0", "10", "10"};
         QTest::newRow("nothing to bound: no marker") << "<circle r=\"5\"/>" << QStringList();
     }
     void dayMarker()

@@ -17,15 +17,15 @@ QDomDocument parse(const QString& text)
 // "id:x,y,w,h:m11,m12,m21,m22,dx,dy" per snippet, joined by " | ".
 QString describe(const QList<RKSVGSnippet>& snippets)
 {
-    QStringList parts;
+    QStringList fields;
     for (const RKSVGSnippet& s : snippets) {
         const QRectF b = s.boundingBox();
         const QTransform m = s.matrix();
-        parts << QStringLiteral("%1:%2,%3,%4,%5:%6,%7,%8,%9,%10,%11")
+        fields << QStringLiteral("%1:%2,%3,%4,%5:%6,%7,%8,%9,%10,%11")
                      .arg(s.ID()).arg(b.x()).arg(b.y()).arg(b.width()).arg(b.height())
                      .arg(m.m11()).arg(m.m12()).arg(m.m21()).arg(m.m22()).arg(m.dx()).arg(m.dy());
     }
-    return parts.join(QStringLiteral(" | "));
+    return fields.join(QStringLiteral(" | "));
 }
 }
 

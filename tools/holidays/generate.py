@@ -447,8 +447,8 @@ def _write_table(path, columns, rows):
 
 
 def _trim_names(field, langs):
-    parts = [p.strip() for p in field.split(",") if p.strip()]
-    kept = [p for i, p in enumerate(parts) if i == 0 or p.partition(" ")[0].lower() in langs]
+    names = [p.strip() for p in field.split(",") if p.strip()]
+    kept = [p for i, p in enumerate(names) if i == 0 or p.partition(" ")[0].lower() in langs]
     return ",".join(kept)
 
 

@@ -182,8 +182,9 @@ QRectF markerArea(const QDomElement& element)
             return QRectF();
         const QPointF from(RKXMLParser::doubleAttribute(element, STR_X1), RKXMLParser::doubleAttribute(element, STR_Y1));
         const QPointF to(RKXMLParser::doubleAttribute(element, STR_X2), RKXMLParser::doubleAttribute(element, STR_Y2));
-        const bool finite = std::isfinite(from.x()) && std::isfinite(from.y()) && std::isfinite(to.x()) && std::isfinite(to.y());
-        return finite ? atLeastOne(QRectF(from, to).normalized()) : QRectF();
+        // An end that is not finite makes a corner or a side not finite.
+        const QRectF area = QRectF(from, to).normalized();
+        return isFinite(area) ? atLeastOne(area) : QRectF();
     }
     // "inf" and "nan" are numbers to the reader; such a part does not count.
     const QRectF area(RKXMLParser::doubleAttribute(element, STR_X), RKXMLParser::doubleAttribute(element, STR_Y),
@@ -585,7 +586,7 @@ void RKSVGCompiler::appendChildMarker()
         }
         if (bounds.isNull())
             continue;
-        // Parts at both ends of the number range: the widest marker there is.
+        // Pieces at both ends of the number range: the widest marker there is.
         bounds.setWidth(std::min(bounds.width(), std::numeric_limits<double>::max()));
         bounds.setHeight(std::min(bounds.height(), std::numeric_limits<double>::max()));
         QDomElement marker = myDocument.createElement(STR_RECT);
