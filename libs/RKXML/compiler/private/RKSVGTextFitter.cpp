@@ -1,5 +1,7 @@
 #include "private/RKSVGTextFitter.h"
 
+#include "RKXMLParser.h"
+
 #include <QCoreApplication>
 #include <QFont>
 #include <QFontMetricsF>
@@ -40,17 +42,22 @@ class Measure
 {
 public:
     explicit Measure(const QString& family)
-        : myFont(family)
+        : myMetrics(font(family))
     {
-        myFont.setPixelSize(int(MEASURE_SIZE));
     }
     double width(const QString& text, double size) const
     {
-        return QFontMetricsF(myFont).horizontalAdvance(text) * size / MEASURE_SIZE;
+        return myMetrics.horizontalAdvance(text) * size / MEASURE_SIZE;
     }
 
 private:
-    QFont myFont;
+    static QFont font(const QString& family)
+    {
+        QFont font(family);
+        font.setPixelSize(int(MEASURE_SIZE));
+        return font;
+    }
+    QFontMetricsF myMetrics;
 };
 
 /// `text` broken into lines no wider than `width` at `size`: at blanks, else between characters.
@@ -83,11 +90,11 @@ QStringList wrap(const QString& text, double width, double size, const Measure& 
     return lines;
 }
 
+/// The attribute as a number; 0 when missing or not finite ("inf" and "nan" read as numbers).
 double number(const QDomElement& element, const QString& name)
 {
-    bool ok = false;
-    const double value = element.attribute(name).toDouble(&ok);
-    return ok && std::isfinite(value) ? value : 0.0;
+    const double value = RKXMLParser::doubleAttribute(element, name);
+    return std::isfinite(value) ? value : 0.0;
 }
 
 void setLine(QDomElement& element, const QString& text, double y, double size, double templateSize, const QString& family)
