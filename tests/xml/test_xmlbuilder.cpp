@@ -191,21 +191,15 @@ private Q_SLOTS:
 
         QSignalSpy written(&RKPlatformIndependent::instance(), &RKPlatformIndependent::fileWritten);
         RKErrorHistory history;
-        const QString saved = RKXMLBuilder::toString(sampleDocument(), 4);
         QVERIFY(RKXMLBuilder::saveUTF8(sampleDocument(), QFileInfo(target), &history));
         QVERIFY(history.isEmpty());
         // The new file, the previous one's backup if there was one, nothing else.
-        QStringList expected{QStringLiteral("config.xml: ") + saved};
+        QStringList expected{QStringLiteral("config.xml: ") + RKXMLBuilder::toString(sampleDocument(), 4)};
         if (existing)
             expected << QStringLiteral("config.xml%1: %2").arg(suffix, QString::fromUtf8(previous));
         QCOMPARE(entriesBelow(myDir->path()), expected);
-
-        // A second save moves the first save's file to the backup.
-        QVERIFY(RKXMLBuilder::saveUTF8(sampleDocument(QStringLiteral("second")), QFileInfo(target), &history));
-        QCOMPARE(QString::fromUtf8(readTestFile(target + QStringLiteral("~"))), saved);
-        // Every save tells the platform which file it wrote.
-        const QVariantList wrote{QFileInfo(target).absoluteFilePath()};
-        QCOMPARE(QList<QVariantList>(written), (QList<QVariantList>{wrote, wrote}));
+        // A save tells the platform which file it wrote, once.
+        QCOMPARE(QList<QVariantList>(written), QList<QVariantList>{{QFileInfo(target).absoluteFilePath()}});
     }
 
     void isProbablyXML_data()
