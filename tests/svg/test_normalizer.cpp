@@ -194,11 +194,10 @@ private slots:
                                              "vako:background_fill=\"#ffeedd\" width=\"100\" x=\"10\" y=\"20\"/></g>");
         const QDomDocument logo = parse(logoRoot + QStringLiteral("<rect id=\"logo\"/></svg>"));
         const QDomDocument result = RKSVGNormalizer::replaceLogo(parse("<svg>" + place + "</svg>"), logo);
-        QCOMPARE(canonical(result), "<svg>" + place
-                + QStringLiteral("<g vako:layertype=\"render\"><rect class=\"logo_background paper\" fill=\"#ffeedd\" height=\"50\" "
-                                 "width=\"100\" x=\"10\" y=\"20\"/><g class=\"logo_foreground\" transform=\"%1\"><rect id=\"logo\"/></g></g>")
-                      .arg(transform)
-                + "</svg>");
+        const QString layer = QStringLiteral("<g vako:layertype=\"render\"><rect class=\"logo_background paper\" fill=\"#ffeedd\" "
+                                             "height=\"50\" width=\"100\" x=\"10\" y=\"20\"/>"
+                                             "<g class=\"logo_foreground\" transform=\"%1\"><rect id=\"logo\"/></g></g>");
+        QCOMPARE(canonical(result), "<svg>" + place + layer.arg(transform) + "</svg>");
 
         QCOMPARE(RKSVGNormalizer::replaceLogo(parse("<svg/>"), QDomDocument()).toString(), parse("<svg/>").toString());
     }
