@@ -41,29 +41,25 @@ RKColorReplacementInstructions redAndGreen()
     return table({ { QColor("#ff0000"), HALF_BLUE }, { QColor("#00ff00"), QColor("#112233") } });
 }
 
-// Points the resource look-up at `directory` only (nothing shipped) until destroyed.
-class ResourceOverride
+// Makes `directory` the only resource directory (in place of the shipped data) until destroyed;
+// the resource path is emptied in initTestCase().
+class DataDirectoryOverride
 {
 public:
-    explicit ResourceOverride(const QString& directory)
-        : mySavedPath(qgetenv("RKXML_RESOURCE_PATH"))
-        , mySavedData(qgetenv("RKXML_DATA_DIR"))
+    explicit DataDirectoryOverride(const QString& directory)
+        : mySaved(qgetenv("RKXML_DATA_DIR"))
     {
-        qputenv("RKXML_RESOURCE_PATH", directory.toLocal8Bit());
-        qputenv("RKXML_DATA_DIR", myEmpty.path().toLocal8Bit());
+        qputenv("RKXML_DATA_DIR", directory.toLocal8Bit());
         RKDirectoryConfig::instance().reload();
     }
-    ~ResourceOverride()
+    ~DataDirectoryOverride()
     {
-        qputenv("RKXML_RESOURCE_PATH", mySavedPath);
-        qputenv("RKXML_DATA_DIR", mySavedData);
+        qputenv("RKXML_DATA_DIR", mySaved);
         RKDirectoryConfig::instance().reload();
     }
 
 private:
-    QTemporaryDir myEmpty;
-    QByteArray mySavedPath;
-    QByteArray mySavedData;
+    QByteArray mySaved;
 };
 }
 
@@ -77,6 +73,7 @@ private slots:
     void initTestCase()
     {
         isolateUserFiles();
+        qputenv("RKXML_RESOURCE_PATH", QByteArray());
         RKDirectoryConfig::instance().reload();
     }
 
@@ -275,7 +272,7 @@ private slots:
             "<colors><color rgb=\"#112233\" name=\"Night\"/><color rgb=\"notacolor\" name=\"Bad\"/>"
             "<group><color rgb=\"#ABCDEF\" name=\"Pale\"/><color name=\"No rgb\"/></group>"
             "<color rgb=\"#12345\" name=\"Short\"/></colors>");
-        const ResourceOverride resources(dir.path());
+        const DataDirectoryOverride resources(dir.path());
         QTest::ignoreMessage(QtDebugMsg, "custom card colour skipped, not a colour: \"notacolor\"");
         QTest::ignoreMessage(QtDebugMsg, "custom card colour skipped, not a colour: \"\"");
         QTest::ignoreMessage(QtDebugMsg, "custom card colour skipped, not a colour: \"#12345\"");
@@ -287,7 +284,7 @@ private slots:
     void cardColorsMissingFile()
     {
         QTemporaryDir dir;
-        const ResourceOverride resources(dir.path());
+        const DataDirectoryOverride resources(dir.path());
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Could not read XML file .*colors\\.xml")));
         const RKCustomCardColorConfig config;
         QVERIFY(config.colors().isEmpty());
