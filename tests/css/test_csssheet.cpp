@@ -261,27 +261,26 @@ private slots:
     void mapDefaults()
     {
         RKCssSheetTitleIdMap map;
+        // The default title, its sheet and the sheet found for it.
+        const auto defaults = [&map] {
+            return QStringList{ map.defaultCssSheetTitle(), map.defaultCssSheet(), map.findDefaultCssSheet() };
+        };
         map.setDefaultCssSheetTitle(QStringLiteral("Ghost"));
-        QVERIFY(map.defaultCssSheetTitle().isEmpty()); // no entries: no default at all
-        QVERIFY(map.findDefaultCssSheet().isEmpty());
+        QCOMPARE(defaults(), (QStringList{ "", "", "" })); // no entries: no default at all
 
         map.insert(QStringLiteral("Zebra"), QStringLiteral("z.css"));
         map.insert(QStringLiteral("Apple"), QStringLiteral("a.css"));
-        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Ghost"));
-        QCOMPARE(map.defaultCssSheet(), QStringLiteral("Ghost.css"));
-        QCOMPARE(map.findDefaultCssSheet(), QStringLiteral("Ghost.css"));
+        QCOMPARE(defaults(), (QStringList{ "Ghost", "Ghost.css", "Ghost.css" }));
 
         map.setDefaultCssSheetTitle(QString());
-        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Apple"));
-        QCOMPARE(map.defaultCssSheet(), QStringLiteral("a.css"));
+        QCOMPARE(defaults(), (QStringList{ "Apple", "a.css", "a.css" }));
 
         map.setDefaultCssSheet(QStringLiteral("z.css"));
-        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Zebra"));
+        QCOMPARE(defaults(), (QStringList{ "Zebra", "z.css", "z.css" }));
         // No title maps to "customRed.css": the look-up is repeated without the ending.
         map.insert(QStringLiteral("Red"), QStringLiteral("customRed"));
         map.setDefaultCssSheet(QStringLiteral("customRed.css"));
-        QCOMPARE(map.defaultCssSheetTitle(), QStringLiteral("Red"));
-        QCOMPARE(map.defaultCssSheet(), QStringLiteral("customRed"));
+        QCOMPARE(defaults(), (QStringList{ "Red", "customRed", "customRed" }));
     }
 
     void mapLookups()
