@@ -261,9 +261,7 @@ private slots:
     void shippedClipArt()
     {
         QFETCH(QString, path);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray bytes = file.readAll();
+        const QByteArray bytes = readTestFile(path);
         QDomDocument document;
         QVERIFY(document.setContent(bytes));
 
