@@ -51,7 +51,7 @@ QDate gregorianEaster(int y)
     return QDate(y, month, day);
 }
 
-/// Each day as "<ISO date> <name> <type keywords>", in the list's order.
+/// Each day as "<ISO date> <name> <type keywords>", in the list's order; an empty part leaves its blank.
 QStringList describe(const RKCalendariumHolidayList& list)
 {
     QStringList days;
