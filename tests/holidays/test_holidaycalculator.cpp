@@ -153,14 +153,11 @@ private slots:
                    "2024-11-01 Allerheiligen free", "2024-12-24 Heiligabend show", "2024-12-25 1. Weihnachtstag free",
                    "2024-03-29 Karfreitag free", "2024-03-31 Ostersonntag free", "2024-04-01 Ostermontag free",
                    "2024-10-03 Tag der Deutschen Einheit free"};
-        QTest::newRow("province names are case-sensitive") << 2024 << "by"
-            << QStringList{"2024-01-01 Neujahr free", "2024-05-01 Tag der Arbeit free", "2024-11-01 Allerheiligen free",
-                   "2024-12-24 Heiligabend show", "2024-12-25 1. Weihnachtstag free", "2024-03-28 Gruendonnerstag free",
-                   "2024-03-29 Karfreitag free", "2024-04-01 Ostermontag free", "2024-10-03 Tag der Deutschen Einheit free"};
-        QTest::newRow("an empty honor removes a nationwide day") << 2024 << "HB"
-            << QStringList{"2024-01-01 Neujahr free", "2024-05-01 Tag der Arbeit free", "2024-12-24 Heiligabend show",
-                   "2024-12-25 1. Weihnachtstag free", "2024-03-29 Karfreitag free", "2024-04-01 Ostermontag free",
-                   "2024-10-03 Tag der Deutschen Einheit free"};
+        QStringList lower = nation2024, bremen = nation2024;
+        lower.insert(5, "2024-03-28 Gruendonnerstag free"); // before the other Easter-related days
+        QTest::newRow("province names are case-sensitive") << 2024 << "by" << lower;
+        bremen.removeOne("2024-11-01 Allerheiligen free");
+        QTest::newRow("an empty honor removes a nationwide day") << 2024 << "HB" << bremen;
         // The one-off day in its year only; 2026-02-30 is kept with an invalid date.
         QTest::newRow("one-off and impossible day in 2026") << 2026 << QString()
             << QStringList{"2026-01-01 Neujahr free", "2026-05-01 Tag der Arbeit free", "2026-11-01 Allerheiligen free",
