@@ -3,6 +3,8 @@
 #include <RKCalendarWordsRegistry.h>
 #include <RKXMLLoader.h>
 
+#include <algorithm>
+
 namespace {
 
 const RKCalendarWordsRegistry& registry()
@@ -51,27 +53,25 @@ private slots:
         QFETCH(QString, name);
         const RKLocale locale = RKLocale::decodeName(name);
         QCOMPARE(registry().availalbleCalendarLanguages().count(locale), 1);
-        QVERIFY(locale.isValid());
         QVERIFY(!locale.country().isEmpty());
         const RKCalendarWords words = registry().words(locale);
         QVERIFY(words.isValid());
         QCOMPARE(words.language(), locale);
         // Twelve different month names and seven different day names: a shifted or repeated row shows here.
         QSet<QString> months, days;
-        for (int month = 1; month <= 12; ++month) {
-            QVERIFY(!words.shortMonth(month).trimmed().isEmpty());
-            QVERIFY(!words.longMonth(month).trimmed().isEmpty());
-            months << words.longMonth(month);
+        QStringList names{words.shortWeek(), words.longWeek()};
+        for (int n = 1; n <= 12; ++n) {
+            names << words.shortMonth(n) << words.longMonth(n);
+            months << words.longMonth(n);
         }
-        for (int day = 1; day <= 7; ++day) {
-            QVERIFY(!words.shortDayOfWeek(day).trimmed().isEmpty());
-            QVERIFY(!words.longDayOfWeek(day).trimmed().isEmpty());
-            days << words.longDayOfWeek(day);
+        for (int n = 1; n <= 7; ++n) {
+            names << words.shortDayOfWeek(n) << words.longDayOfWeek(n);
+            days << words.longDayOfWeek(n);
         }
         QCOMPARE(months.size(), 12);
         QCOMPARE(days.size(), 7);
-        QVERIFY(!words.shortWeek().isEmpty());
-        QVERIFY(!words.longWeek().isEmpty());
+        QVERIFY2(std::none_of(names.cbegin(), names.cend(), [](const QString& name) { return name.trimmed().isEmpty(); }),
+            qPrintable(names.join(QLatin1Char('|'))));
     }
 
     // Read the words file itself: the registry drops unlisted entries silently.
@@ -108,7 +108,6 @@ private slots:
         QFETCH(QString, kind);
         QFETCH(QString, entries);
         const RKLocale l = RKLocale::decodeName(locale);
-        QCOMPARE(registry().words(l).language(), l);
         for (const QString& entry : entries.split(QLatin1Char(';'))) {
             const QStringList pieces = entry.split(QLatin1Char(' '));
             const int n = pieces[0].toInt();
@@ -127,11 +126,9 @@ private slots:
         const RKToolResult run = rkcalendar(QStringLiteral("locales"), QStringLiteral("registry"));
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.err, QString());
-        QStringList names;
-        for (const QString& line : run.lines())
-            names << line.section(QLatin1Char('\t'), 0, 0);
-        QCOMPARE(names.join(QLatin1Char(' ')), QStringLiteral("de_AT de_DE fr_CA fr_FR it_IT en_GB nl_NL"));
-        QCOMPARE(run.lines().value(1), QStringLiteral("de_DE\tGerman (Germany)"));
+        QCOMPARE(run.out, QStringLiteral("de_AT\tGerman (Austria)\nde_DE\tGerman (Germany)\nfr_CA\tFrench (Canada)\n"
+                                         "fr_FR\tFrench (France)\nit_IT\tItalian (Italy)\nen_GB\tEnglish (United Kingdom)\n"
+                                         "nl_NL\tDutch (Netherlands)\n"));
     }
 
     void wordsCommand_data()
