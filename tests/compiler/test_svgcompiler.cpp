@@ -105,7 +105,8 @@ private slots:
         QTest::newRow("_empty not at the end stays")
             << "<rect id='a' class='x_empty y'/><rect id='b' class='x_empty '/>"
             << "<rect class='x_empty y' id='a'/><rect class='x_empty ' id='b'/>";
-        QTest::newRow("force_keep false is removed") << "<rect id='a' class='x_empty' vako:force_keep='no'/><rect id='b'/>" << "<rect id='b'/>";
+        QTest::newRow("force_keep false is removed")
+            << "<rect id='a' class='x_empty' vako:force_keep='no'/><rect id='b'/>" << "<rect id='b'/>";
     }
     void removeEmptyElements()
     {
@@ -228,8 +229,8 @@ private slots:
         // The mask keeps "defs" untouched, so a replacement there would show.
         const QString body = "<defs><rect id='d' fill='#ff0000'/></defs><rect id='a' vako:refinement='gold' stroke='#ff0000' fill='none'/>"
                              "<rect id='b' fill='#ff0000'/>";
-        const QStringList expected{"<defs><rect fill='#0000ff' id='d'/></defs><rect fill='none' id='a' stroke='#0000ff' vako:refinement='gold'/>"
-                                   "<rect fill='#0000ff' id='b'/>",
+        const QStringList expected{"<defs><rect fill='#0000ff' id='d'/></defs>"
+                                   "<rect fill='none' id='a' stroke='#0000ff' vako:refinement='gold'/><rect fill='#0000ff' id='b'/>",
             "<defs><rect fill='#ff0000' id='d'/></defs><rect fill='none' id='a' stroke='black' vako:refinement='gold'/>"};
         for (bool spotOnly : {false, true}) {
             RKSVGCompiler compiler;
