@@ -148,10 +148,9 @@ private slots:
         QFETCH(QStringList, values);
         QFETCH(QString, line);
         RKProjectIdentifier(id, final).log(values[0], values[1], values[2]);
-        QVERIFY(QFileInfo(RKSingleton<RKLogger>::instance().logFile()).absoluteFilePath().startsWith(myWritable));
-        QFile file(RKSingleton<RKLogger>::instance().logFile());
-        QVERIFY(file.open(QIODevice::ReadOnly | QIODevice::Text));
-        const QString last = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts).last();
+        const QString logFile = RKSingleton<RKLogger>::instance().logFile();
+        QVERIFY(QFileInfo(logFile).absoluteFilePath().startsWith(myWritable));
+        const QString last = QString::fromUtf8(readTestFile(logFile)).split(QLatin1Char('\n'), Qt::SkipEmptyParts).last();
         QVERIFY2(last.endsWith(QLatin1Char(' ') + line), qPrintable(last));
         // What precedes the text is the logger's time stamp.
         const QString stamp = last.left(last.size() - line.size() - 1);
