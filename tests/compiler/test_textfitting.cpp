@@ -3,6 +3,7 @@
 #include "RKTestSupport.h"
 
 #include <RKSVGCompiler.h>
+#include <RKXMLBuilder.h>
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -60,19 +61,16 @@ private Q_SLOTS:
         QFETCH(bool, cut);
         QDomDocument document;
         QVERIFY(document.setContent(cell(first, second)));
-        const QString before = document.toString(-1);
+        const QString before = RKXMLBuilder::toString(document, 0); // canonical: QDom's attribute order varies
         RKSVGCompiler compiler;
         compiler.setDomDocument(document, false);
         compiler.addToDo(RKSVGCompiler::ToDoApplyInstructions);
         compiler.update();
         const QDomNodeList texts = document.elementsByTagName("text");
         if (minLines == 0) {
-            QCOMPARE(texts.size(), 2);
-            QCOMPARE(texts.at(0).toElement().attribute("y"), QStringLiteral("40"));
-            QCOMPARE(texts.at(1).toElement().attribute("y"), QStringLiteral("46"));
+            QCOMPARE(RKXMLBuilder::toString(document, 0), before);
             return;
         }
-        QVERIFY(document.toString(-1) != before);
         QStringList drawn;
         double lastY = 0;
         for (int n = 0; n < texts.size(); ++n) {
