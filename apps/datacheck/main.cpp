@@ -77,21 +77,90 @@ int checkAllXml(const QString& dataDir)
     return count;
 }
 
+const QString LANGUAGES_FILE = QStringLiteral("international/CalendarLanguages.xml");
+const QString WORDS_FILE = QStringLiteral("international/CalendarWeekNames.xml");
+
+// One kind of calendar word: how many a complete set has, and whether they must all differ
+// (the long month and day names must: a shifted or repeated row shows as a repeat).
+struct WordKind {
+    const char* name;
+    int count;
+    bool distinct;
+    QString (*word)(const RKCalendarWords& words, int n);
+};
+
+const WordKind WORD_KINDS[] = {
+    {"short month name", 12, false, [](const RKCalendarWords& w, int n) { return w.shortMonth(n); }},
+    {"long month name", 12, true, [](const RKCalendarWords& w, int n) { return w.longMonth(n); }},
+    {"short day name", 7, false, [](const RKCalendarWords& w, int n) { return w.shortDayOfWeek(n); }},
+    {"long day name", 7, true, [](const RKCalendarWords& w, int n) { return w.longDayOfWeek(n); }},
+    {"short week word", 1, false, [](const RKCalendarWords& w, int) { return w.shortWeek(); }},
+    {"long week word", 1, false, [](const RKCalendarWords& w, int) { return w.longWeek(); }},
+};
+
+// One entry of the words file: 12 months and 7 days, no blank word, no repeated long name.
+void checkWords(const QString& where, const RKCalendarWords& words)
+{
+    if (!words.isValid()) {
+        problem(QStringLiteral("%1: %2 months and %3 days (need 12 and 7)")
+                    .arg(where)
+                    .arg(words.monthNames().count())
+                    .arg(words.daysOfWeek().count()));
+        return;
+    }
+    for (const WordKind& kind : WORD_KINDS) {
+        QHash<QString, int> seen;
+        for (int n = 1; n <= kind.count; ++n) {
+            const QString word = kind.word(words, n).trimmed();
+            const QString what = kind.count > 1 ? QStringLiteral("%1 %2").arg(QLatin1String(kind.name)).arg(n)
+                                                : QString::fromLatin1(kind.name);
+            if (word.isEmpty())
+                problem(QStringLiteral("%1: the %2 is blank").arg(where, what));
+            else if (kind.distinct && seen.contains(word))
+                problem(QStringLiteral("%1: the %2 is \"%3\" like number %4").arg(where, what, word).arg(seen.value(word)));
+            seen.insert(word, n);
+        }
+    }
+}
+
+// Every listed locale once, as language and country; every entry of the words file listed,
+// once, and complete. The registry drops unlisted entries and keeps the last of two, so
+// the words file is read entry by entry here.
 void checkCalendarWords()
 {
-    const RKCalendarWordsRegistry& registry = RKCalendarWordsRegistry::instance();
-    const QList<RKLocale> languages = registry.availalbleCalendarLanguages();
+    const QList<RKLocale> languages = RKCalendarWordsRegistry::instance().availalbleCalendarLanguages();
     if (languages.isEmpty())
-        problem(QStringLiteral("calendar words: no languages"));
+        problem(LANGUAGES_FILE + QStringLiteral(": no languages"));
+    QSet<RKLocale> listed;
+    for (int i = 0; i < languages.size(); ++i) {
+        const RKLocale& locale = languages.at(i);
+        if (locale.country().isEmpty() || RKLocale::decodeName(locale.name()) != locale)
+            problem(QStringLiteral("%1, entry %2: \"%3\" is not a language and country like \"de_DE\"")
+                        .arg(LANGUAGES_FILE).arg(i + 1).arg(locale.name()));
+        else if (listed.contains(locale))
+            problem(QStringLiteral("%1, entry %2: \"%3\" listed twice").arg(LANGUAGES_FILE).arg(i + 1).arg(locale.name()));
+        else
+            listed << locale;
+    }
+
+    const QDomElement root = RKXMLLoader::loadDocumentElement(RKDirectoryConfig::instance().resource(WORDS_FILE));
+    QSet<RKLocale> withWords;
+    for (QDomElement e = root.firstChildElement(QStringLiteral("Language")); !e.isNull();
+         e = e.nextSiblingElement(QStringLiteral("Language"))) {
+        const RKCalendarWords words(e);
+        const QString where = QStringLiteral("%1, line %2, \"%3\"").arg(WORDS_FILE).arg(e.lineNumber()).arg(words.language().name());
+        if (!listed.contains(words.language()))
+            problem(where + QStringLiteral(": not in ") + LANGUAGES_FILE + QStringLiteral(", never used"));
+        else if (withWords.contains(words.language()))
+            problem(where + QStringLiteral(": a second entry for the locale"));
+        else
+            checkWords(where, words);
+        withWords << words.language();
+    }
     for (const RKLocale& locale : languages) {
-        const RKCalendarWords words = registry.words(locale);
-        if (words.monthNames().count() != 12 || words.daysOfWeek().count() != 7)
-            problem(QStringLiteral("calendar words %1: %2 months and %3 days (need 12 and 7)")
-                        .arg(locale.name())
-                        .arg(words.monthNames().count())
-                        .arg(words.daysOfWeek().count()));
-        if (words.shortWeek().isEmpty())
-            problem(QStringLiteral("calendar words %1: no short week word").arg(locale.name()));
+        if (listed.contains(locale) && !withWords.contains(locale))
+            problem(QStringLiteral("%1, \"%2\": no words of its own in %3").arg(LANGUAGES_FILE, locale.name(), WORDS_FILE));
+        withWords << locale; // reported once
     }
 }
 
