@@ -40,8 +40,8 @@ QSharedPointer<const RKHolidayTables> RKCalendariumHolidayCalculator::tables(con
         RKVacationFileCache* vacations = myVacations.get();
         fresh.reset(new RKHolidayTables(RKHolidayTables::read(locale,
             // The vacations of the file just parsed, so the first query need not parse it again.
-            [vacations](const RKLocale& read, const QFileInfo& info, const QDomElement& root) {
-                vacations->seed(read, RKFileStamp::of(info), root);
+            [vacations](const RKLocale& read, const RKFileStamp& stamp, const QDomElement& root) {
+                vacations->seed(read, stamp, root);
             })));
     } else {
         fresh.reset(new RKHolidayTables);

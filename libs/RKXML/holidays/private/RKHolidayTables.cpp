@@ -24,14 +24,14 @@ QFileInfo RKHolidayTables::holidayFile(const RKLocale& locale)
 RKHolidayTables RKHolidayTables::read(const RKLocale& locale, const FileVisitor& visit)
 {
     RKHolidayTables tables;
-    const QFileInfo info = holidayFile(locale);
+    const RKFileStamp stamp = RKFileStamp::of(holidayFile(locale));
     // A missing file is normal (a language without holidays): no loader warning for it.
-    const QDomElement root = info.exists() ? RKXMLLoader::loadDocumentElement(info) : QDomElement();
+    const QDomElement root = stamp.exists ? RKXMLLoader::loadDocumentElement(stamp.path) : QDomElement();
     for (QDomElement country = root.firstChildElement(STR_COUNTRY); !country.isNull();
          country = country.nextSiblingElement(STR_COUNTRY))
         tables.readCountry(country, locale);
     if (visit && !root.isNull())
-        visit(locale, info, root);
+        visit(locale, stamp, root);
     return tables;
 }
 

@@ -4,6 +4,7 @@
 #include "RKCalendariumHolidayDayPrototype.h"
 #include "RKCalendariumHolidayList.h"
 #include "RKProvinceSpecification.h"
+#include "private/RKFileStamp.h"
 #include "private/RKHolidayRuleDays.h"
 
 #include <RKLocale.h>
@@ -42,8 +43,9 @@ public:
         const Region* province = nullptr;
         const Region* nation = nullptr;
     };
-    /// Called for each holiday file read, with the file and its document element.
-    using FileVisitor = std::function<void(const RKLocale&, const QFileInfo&, const QDomElement&)>;
+    /// Called for each holiday file read, with the file's stamp taken before it was read (so a
+    /// change during the read shows as a newer stamp later) and its document element.
+    using FileVisitor = std::function<void(const RKLocale&, const RKFileStamp&, const QDomElement&)>;
 
     /// The holiday file of the locale ("holidays/<locale name>.xml" among the resources).
     static QFileInfo holidayFile(const RKLocale& locale);
