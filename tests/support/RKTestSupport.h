@@ -1,5 +1,7 @@
 #pragma once
 
+#include <RKXMLBuilder.h>
+
 #include <QDir>
 #include <QDomDocument>
 #include <QFile>
@@ -47,6 +49,15 @@ inline QDomElement testElement(const QString& xml)
     document.setContent(xml);
     documents.append(document);
     return document.documentElement();
+}
+
+/// `document` as the canonical writer writes it (attributes in a fixed order), without the
+/// declaration and on one line, for comparing whole documents with a literal. `quote` stands
+/// in for the attribute quotes, so that expected texts can be written without escapes.
+inline QString canonicalLine(const QDomDocument& document, QChar quote = QLatin1Char('"'))
+{
+    QString text = RKXMLBuilder::toString(document, 0).section(QLatin1Char('\n'), 1).trimmed();
+    return text.replace(QLatin1String(">\n<"), QLatin1String("><")).replace(QLatin1Char('"'), quote);
 }
 
 /**
